@@ -1,0 +1,227 @@
+// Reading the tokens of a text.
+#include "Vok/CharRange.h"
+
+#include "Vok/TextOut.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <string>
+#include <system_error>
+
+namespace Vok {
+
+namespace {
+
+bool isSpace( char c ) noexcept
+{
+   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+bool isDigit( char c ) noexcept
+{
+   return c >= '0' && c <= '9';
+}
+
+bool isWordCharacter( char c ) noexcept
+{
+   return ( c >= 'a' && c <= 'z' ) || ( c >= 'A' && c <= 'Z' ) || isDigit( c ) || c == '_';
+}
+
+// The value of a lower-case hexadecimal digit; 16 for any other character.
+unsigned hexDigit( char c ) noexcept
+{
+   if ( isDigit( c ) ) {
+      return static_cast< unsigned >( c - '0' );
+   }
+   return c >= 'a' && c <= 'f' ? static_cast< unsigned >( c - 'a' ) + 10 : 16;
+}
+
+} // namespace
+
+void CharRange::skipSpace() noexcept
+{
+   while ( !empty() && isSpace( text_[ at_ ] ) ) {
+      ++at_;
+   }
+}
+
+bool CharRange::accept( char c ) noexcept
+{
+   if ( !at( c ) ) {
+      return false;
+   }
+   ++at_;
+   return true;
+}
+
+void CharRange::need( char c )
+{
+   skipSpace();
+   if ( !accept( c ) ) {
+      fail( std::string( "\"" ) + c + "\"" );
+   }
+}
+
+void CharRange::needPre( std::string_view typeName )
+{
+   if ( !rest().starts_with( typeName ) ) {
+      fail( std::string( typeName ) );
+   }
+   if ( ++depth_ > deepest ) {
+      fail( "values nested at most 64 deep" );
+   }
+   at_ += typeName.size();
+   need( '[' );
+}
+
+void CharRange::needPost()
+{
+   need( ']' );
+   --depth_;
+}
+
+void CharRange::needName( std::string_view name )
+{
+   skipSpace();
+   const std::size_t before = at_;
+   if ( word() != name ) {
+      at_ = before;
+      fail( std::string( name ) + "=" );
+   }
+   need( '=' );
+}
+
+std::string_view CharRange::word() noexcept
+{
+   const std::size_t start = at_;
+   while ( !empty() && isWordCharacter( text_[ at_ ] ) ) {
+      ++at_;
+   }
+   return text_.substr( start, at_ - start );
+}
+
+std::uint64_t CharRange::number( std::uint64_t most )
+{
+   const char * const begin = text_.data() + at_;
+   const char * const end = text_.data() + text_.size();
+   std::uint64_t v = 0;
+   const auto [ stop, error ] = std::from_chars( begin, end, v );
+   const bool leadingZero = begin != end && *begin == '0' && stop - begin > 1;
+   if ( error != std::errc() || leadingZero || v > most ) {
+      fail( "a number from 0 to " + std::to_string( most ) );
+   }
+   at_ += static_cast< std::size_t >( stop - begin );
+   return v;
+}
+
+double CharRange::doubleNumber()
+{
+   const char * const begin = text_.data() + at_;
+   const char * const end = text_.data() + text_.size();
+   double v = 0;
+   const auto [ stop, error ] = std::from_chars( begin, end, v );
+   const std::string_view read( begin, static_cast< std::size_t >( stop - begin ) );
+   if ( error == std::errc() ) {
+      TextOut canonical;
+      canonical.putDouble( v );
+      if ( canonical.view() == read ) {
+         at_ += read.size();
+         return v;
+      }
+      fail( "the number as " + std::string( canonical.view() ) );
+   }
+   fail( "a number" );
+}
+
+bool CharRange::truth()
+{
+   const std::size_t before = at_;
+   const std::string_view read = word();
+   if ( read != "true" && read != "false" ) {
+      at_ = before;
+      fail( "true or false" );
+   }
+   return read == "true";
+}
+
+Corvo::String CharRange::string()
+{
+   if ( at( '"' ) ) {
+      return quoted();
+   }
+   const std::size_t start = at_;
+   while ( !empty() && Detail::isBareCharacter( text_[ at_ ] ) ) {
+      ++at_;
+   }
+   if ( at_ == start ) {
+      fail( "a text" );
+   }
+   return Corvo::String( text_.substr( start, at_ - start ) );
+}
+
+Corvo::String CharRange::quoted()
+{
+   const std::size_t start = at_++;
+   std::string content;
+   while ( !accept( '"' ) ) {
+      if ( const std::size_t plain = Detail::plainInQuotes( text_, at_ ) ) {
+         content.append( text_.substr( at_, plain ) );
+         at_ += plain;
+         continue;
+      }
+      if ( !accept( '\\' ) || empty() ) {
+         fail( empty() ? "a closing quote" : "a character that needs no escape" );
+      }
+      const char c = text_[ at_++ ];
+      if ( c == 'x' && rest().size() >= 2 && hexDigit( text_[ at_ ] ) < 16 &&
+            hexDigit( text_[ at_ + 1 ] ) < 16 ) {
+         content += static_cast< char >( hexDigit( text_[ at_ ] ) * 16 + hexDigit( text_[ at_ + 1 ] ) );
+         at_ += 2;
+      } else if ( c == 'n' || c == 't' ) {
+         content += c == 'n' ? '\n' : '\t';
+      } else if ( c == '"' || c == '\\' ) {
+         content += c;
+      } else {
+         --at_;
+         fail( "\\\" \\\\ \\n \\t or \\xHH" );
+      }
+   }
+   // A value has one text: what could stand bare, or with fewer escapes, has to.
+   TextOut canonical;
+   canonical.putString( content );
+   if ( canonical.view() != text_.substr( start, at_ - start ) ) {
+      at_ = start;
+      fail( "the text as " + std::string( canonical.view() ) );
+   }
+   return Corvo::String( content );
+}
+
+void CharRange::needEnd() const
+{
+   if ( !empty() ) {
+      fail( "the end of the text" );
+   }
+}
+
+void CharRange::fail( std::string_view expected ) const
+{
+   constexpr std::size_t shown = 24;
+   std::string message = "at offset " + std::to_string( at_ ) + ": expected ";
+   message.append( expected ).append( ", found " );
+   if ( empty() ) {
+      message.append( "the end" );
+   } else {
+      TextOut found;
+      found.putString( rest().substr( 0, std::min( shown, rest().size() ) ) );
+      message.append( found.view() );
+   }
+   throw Corvo::ParseException( message, at_ );
+}
+
+void CharRange::rethrow( std::string_view name, const Corvo::RangeException & e )
+{
+   throw Corvo::DeserializationException( name, e.what() );
+}
+
+} // namespace Vok

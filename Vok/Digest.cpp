@@ -1,0 +1,228 @@
+// The digest of a tree: sums of hashes, so that the order of members does not matter.
+#include "Vok/Digest.h"
+
+#include "Vok/Entity.h"
+#include "Vok/Path.h"
+#include "Vok/TypeData.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Hash.h"
+#include "Vok/detail/Storage.h"
+#include "Vok/detail/StreamType.h"
+
+#include <string_view>
+#include <vector>
+
+namespace Vok {
+
+namespace {
+
+using Detail::AttributeRow;
+using Detail::multiplyFold;
+
+// 128 bits that bytes are mixed into, and that are added up.
+struct Sum {
+   std::uint64_t a = 0x6a09e667f3bcc909;
+   std::uint64_t b = 0xbb67ae8584caa73b;
+
+   void add( const Sum & other ) noexcept
+   {
+      a += other.a;
+      b += other.b;
+   }
+   void mix( std::uint64_t word ) noexcept
+   {
+      const std::uint64_t left = multiplyFold( a ^ word, Detail::hashWords[ 2 ] );
+      const std::uint64_t right = multiplyFold( b ^ word, Detail::hashWords[ 6 ] );
+      a = left ^ ( b << 1 | b >> 63 );
+      b = right + left;
+   }
+   void mix( const std::byte * bytes, std::size_t size ) noexcept
+   {
+      mix( size );
+      mix( Detail::checksum64( bytes, size ) );
+      for ( ; size != 0; ) {
+         std::uint64_t word = 0;
+         const std::size_t taken = size < 8 ? size : 8;
+         for ( std::size_t i = 0; i != taken; ++i ) {
+            word = word << 8 | static_cast< std::uint64_t >( bytes[ i ] );
+         }
+         mix( word );
+         bytes += taken;
+         size -= taken;
+      }
+   }
+   void mix( std::string_view text ) noexcept
+   {
+      mix( reinterpret_cast< const std::byte * >( text.data() ), text.size() );
+   }
+   void mix( const Sum & other ) noexcept
+   {
+      mix( other.a );
+      mix( other.b );
+   }
+};
+
+// One entity on the walk; its children follow it.
+struct Visit {
+   const Entity * entity;
+   std::size_t parent;
+   AttrId attribute; // of the parent
+   Sum own;
+   Sum children;
+};
+
+class Walk {
+ public:
+   explicit Walk( const Entity & root, const Entity * tree ) : root_( root ), tree_( tree ) {}
+
+   Sum digest()
+   {
+      visits_.push_back( { &root_, 0, 0, {}, {} } );
+      for ( std::size_t i = 0; i != visits_.size(); ++i ) {
+         visits_[ i ].own = ownPart( i );
+      }
+      for ( std::size_t i = visits_.size() - 1; i != 0; --i ) {
+         const Visit & visit = visits_[ i ];
+         Sum member;
+         member.mix( visit.attribute );
+         member.mix( visit.own );
+         member.mix( visit.children );
+         visits_[ visit.parent ].children.add( member );
+      }
+      Sum total = visits_.front().own;
+      total.mix( visits_.front().children );
+      return total;
+   }
+
+ private:
+   Sum ownPart( std::size_t index )
+   {
+      const Entity & entity = *visits_[ index ].entity;
+      Sum own;
+      own.mix( entity.typeData().name() );
+      for ( const AttributeData & attribute : entity.typeData().attributes() ) {
+         const AttributeRow & row = attribute.row();
+         const bool argument = row.kind == AttributeKind::constructorArgument;
+         if ( ( !argument && !Detail::isStreamed( row ) ) || ( index == 0 && row.identity && !tree_ ) ) {
+            continue;
+         }
+         own.mix( row.id );
+         if ( row.collection ) {
+            addMembers( own, index, row );
+         } else if ( row.reference ) {
+            own.mix( reference( Detail::referred( entity, row ) ) );
+         } else {
+            addValue( own, entity, row );
+         }
+      }
+      return own;
+   }
+
+   void addValue( Sum & own, const Entity & entity, const AttributeRow & row )
+   {
+      const void * value = row.identity && !row.fromName ? static_cast< const void * >( &entity.name() )
+                                                         : Detail::storageOf( entity, row );
+      Detail::OwnedValue word( *row.value );
+      if ( row.storage ) {
+         row.storage->load( value, word.data() );
+         value = word.data();
+      }
+      bytes_.clear();
+      row.value->encode( bytes_, value );
+      own.mix( bytes_.data(), bytes_.size() );
+   }
+
+   void addMembers( Sum & own, std::size_t index, const AttributeRow & row )
+   {
+      Sum sum;
+      const Entity & entity = *visits_[ index ].entity;
+      row.collection->each(
+            Detail::storageOf( entity, row ), [ & ]( const void * key, const void * value ) {
+               Sum member;
+               if ( row.kind == AttributeKind::references ) {
+                  member.mix( reference( row.collection->pointee( value ) ) );
+               } else if ( Detail::holdsEntities( row ) ) {
+                  visits_.push_back( { row.collection->pointee( value ), index, row.id, {}, {} } );
+                  return true;
+               } else {
+                  bytes_.clear();
+                  row.key->encode( bytes_, key );
+                  if ( row.kind == AttributeKind::map ) {
+                     row.value->encode( bytes_, value );
+                  }
+                  member.mix( bytes_.data(), bytes_.size() );
+               }
+               sum.add( member );
+               return true;
+            } );
+      own.mix( sum );
+   }
+
+   // A reference into the tree is its path from the root; one that leads outside is what it refers to, and what
+   // that refers to outside in turn is told by its constructor arguments alone.
+   Sum reference( const Entity * target )
+   {
+      Sum sum;
+      if ( !target ) {
+         return sum;
+      }
+      for ( const Entity * const root : { &root_, tree_ } ) {
+         if ( root && below( *target, *root ) ) {
+            sum.mix( root == tree_ || !tree_ ? 1U : 2U );
+            const Corvo::String path = pathOf( *target );
+            std::string_view relative = path.view().substr( pathOf( *root ).size() );
+            relative.remove_prefix( relative.starts_with( '/' ) ? 1 : 0 );
+            sum.mix( relative );
+            return sum;
+         }
+      }
+      sum.mix( 3 );
+      if ( tree_ ) {
+         sum.mix( target->typeData().name() );
+         for ( const AttributeData & argument : target->typeData().constructorArguments() ) {
+            if ( !argument.row().reference ) {
+               addValue( sum, *target, argument.row() );
+            }
+         }
+      } else {
+         sum.mix( Walk( *target, &root_ ).digest() );
+      }
+      return sum;
+   }
+
+   static bool below( const Entity & entity, const Entity & root ) noexcept
+   {
+      for ( const Entity * e = &entity; e; e = e->parent() ) {
+         if ( e == &root ) {
+            return true;
+         }
+      }
+      return false;
+   }
+
+   const Entity & root_;
+   const Entity * tree_; // of a walk outside: the root of the tree that refers there
+   std::vector< Visit > visits_;
+   NboAttrLog::Out bytes_;
+};
+
+} // namespace
+
+Corvo::String Digest::text() const
+{
+   static constexpr char digits[] = "0123456789abcdef";
+   char text[ 32 ];
+   for ( unsigned i = 0; i != 16; ++i ) {
+      text[ i ] = digits[ high_ >> ( 60 - 4 * i ) & 15 ];
+      text[ 16 + i ] = digits[ low_ >> ( 60 - 4 * i ) & 15 ];
+   }
+   return Corvo::String( std::string_view( text, sizeof text ) );
+}
+
+Digest treeDigest( const Entity & root )
+{
+   const Sum sum = Walk( root, nullptr ).digest();
+   return Digest( sum.a, sum.b );
+}
+
+} // namespace Vok

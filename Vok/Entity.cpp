@@ -1,0 +1,87 @@
+// How entities come and go.
+#include "Vok/Entity.h"
+
+#include "Vok/TypeData.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Slab.h"
+#include "Vok/detail/Storage.h"
+
+namespace Vok {
+
+namespace {
+
+// Entities whose last reference is gone, linked through their parents. While one is destroyed, those that
+// die with it wait here: the stack stays flat however deep the tree is.
+struct Dying {
+   Entity * first = nullptr;
+   bool running = false;
+};
+
+thread_local Dying dying;
+
+void countLive( const TypeData & type, bool made ) noexcept
+{
+   if ( Detail::LiveCount * const live = type.row().live ) {
+      if ( made ) {
+         live->fetch_add( 1, std::memory_order_relaxed );
+      } else {
+         live->fetch_sub( 1, std::memory_order_relaxed );
+      }
+   }
+}
+
+void orphanChildren( Entity & entity, const TypeData & type ) noexcept
+{
+   for ( const AttributeData & attribute : type.attributes() ) {
+      const Detail::AttributeRow & row = attribute.row();
+      if ( row.collection && row.collection->leaveAll ) {
+         row.collection->leaveAll( Detail::storageOf( entity, row ) );
+      }
+   }
+}
+
+} // namespace
+
+Entity::~Entity() = default;
+
+void Entity::handleParent( const Corvo::Ptr< Entity > & parent ) noexcept
+{
+   parent_ = parent.get();
+}
+
+void * Entity::operator new( std::size_t size )
+{
+   return Detail::slabAllocate( size );
+}
+
+void Entity::operator delete( void * memory, std::size_t size ) noexcept
+{
+   Detail::slabFree( memory, size );
+}
+
+void Detail::EntityAccess::counted( const Entity & made ) noexcept
+{
+   countLive( made.typeData(), true );
+}
+
+void Detail::EntityAccess::destroy( const Entity * entity ) noexcept
+{
+   Entity * const last = const_cast< Entity * >( entity );
+   last->parent_ = dying.first;
+   dying.first = last;
+   if ( dying.running ) {
+      return;
+   }
+   dying.running = true;
+   while ( Entity * const next = dying.first ) {
+      dying.first = next->parent_;
+      next->parent_ = nullptr;
+      const TypeData & type = next->typeData();
+      countLive( type, false );
+      orphanChildren( *next, type );
+      delete next;
+   }
+   dying.running = false;
+}
+
+} // namespace Vok

@@ -1,0 +1,160 @@
+// The attribute log: values as bytes in network byte order.
+//
+// Numbers stand at their declared width, most significant byte first; a bool is one byte, 0 or 1; a double
+// is its eight bytes of IEEE 754; a text is a 4-byte length and its bytes. A value is its fields in declared
+// order, nothing between them.
+#pragma once
+
+#include "Vok/Exceptions.h"
+#include "Vok/Export.h"
+#include "Vok/String.h"
+
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace Vok::NboAttrLog {
+
+namespace Detail {
+
+/// Converts between the machine's byte order and the network's; its own inverse.
+template< std::unsigned_integral U > constexpr U networkOrder( U v ) noexcept
+{
+   if constexpr ( std::endian::native == std::endian::big || sizeof( U ) == 1 ) {
+      return v;
+   } else if constexpr ( sizeof( U ) == 2 ) {
+      return __builtin_bswap16( v );
+   } else if constexpr ( sizeof( U ) == 4 ) {
+      return __builtin_bswap32( v );
+   } else {
+      return __builtin_bswap64( v );
+   }
+}
+
+} // namespace Detail
+
+/// An appending buffer of bytes. Appending costs amortised constant time per byte; it throws
+/// std::bad_alloc and is then as it was.
+class VOK_EXPORT Out {
+ public:
+   Out() noexcept = default;
+   Out( Out && other ) noexcept;
+   Out & operator=( Out && other ) noexcept;
+   ~Out();
+
+   /// The bytes, valid until the next call that appends or clears.
+   const std::byte * data() const noexcept { return data_; }
+   std::size_t size() const noexcept { return size_; }
+   std::span< const std::byte > bytes() const noexcept { return { data_, size_ }; }
+
+   /// Forgets the contents and keeps the memory.
+   void clear() noexcept { size_ = 0; }
+
+   /// Appends one number at its width.
+   template< std::unsigned_integral U > void put( U v )
+   {
+      const U ordered = Detail::networkOrder( v );
+      std::memcpy( grow( sizeof( U ) ), &ordered, sizeof( U ) );
+   }
+   void putBool( bool v ) { put( static_cast< std::uint8_t >( v ? 1 : 0 ) ); }
+   void putDouble( double v ) { put( std::bit_cast< std::uint64_t >( v ) ); }
+   void putBytes( const void * bytes, std::size_t size )
+   {
+      if ( size != 0 ) {
+         std::memcpy( grow( size ), bytes, size );
+      }
+   }
+
+   /// Appends a text: its length as 32 bits, then its bytes. A longer text than 32 bits can count throws
+   /// Exception.
+   void putString( std::string_view text );
+
+   /// Appends a number in as few bytes as it needs: 7 bits a byte, least significant first, the high bit
+   /// set on all but the last.
+   void putVarint( std::uint64_t v );
+
+   /// Overwrites 32 bits that were appended before, at `position` from the start.
+   void patch32( std::size_t position, std::uint32_t v ) noexcept;
+
+   /// Takes back what was appended after `size`.
+   void truncate( std::size_t size ) noexcept { size_ = size; }
+
+   /// Makes room for `extra` more bytes, so that appending those cannot throw.
+   void reserve( std::size_t extra )
+   {
+      if ( capacity_ - size_ < extra ) {
+         enlarge( extra );
+      }
+   }
+
+ private:
+   std::byte * grow( std::size_t extra )
+   {
+      reserve( extra );
+      std::byte * const at = data_ + size_;
+      size_ += extra;
+      return at;
+   }
+   void enlarge( std::size_t extra );
+
+   std::byte * data_ = nullptr;
+   std::size_t size_ = 0;
+   std::size_t capacity_ = 0;
+};
+
+/// A reader over bytes that it does not own and that must stay as they are meanwhile. Reading past the
+/// end, or a length or code that cannot be, throws Exception and leaves the position where it was or inside
+/// the value that failed. No read allocates more than the bytes that are left.
+class VOK_EXPORT In {
+ public:
+   In( const std::byte * data, std::size_t size ) noexcept : at_( data ), end_( data + size ) {}
+   explicit In( std::span< const std::byte > bytes ) noexcept : In( bytes.data(), bytes.size() ) {}
+
+   std::size_t remaining() const noexcept { return static_cast< std::size_t >( end_ - at_ ); }
+
+   /// Where reading goes on.
+   const std::byte * position() const noexcept { return at_; }
+
+   template< std::unsigned_integral U > U get()
+   {
+      U v;
+      std::memcpy( &v, take( sizeof( U ) ), sizeof( U ) );
+      return Detail::networkOrder( v );
+   }
+
+   /// 0 or 1; any other byte is refused.
+   bool getBool();
+   double getDouble() { return std::bit_cast< double >( get< std::uint64_t >() ); }
+
+   /// A text, as a view into the bytes read.
+   std::string_view getText();
+   Corvo::String getString() { return Corvo::String( getText() ); }
+
+   /// A number as putVarint writes it; a longer form than needed is refused.
+   std::uint64_t getVarint();
+
+   /// The next `size` bytes, which are passed over.
+   std::span< const std::byte > getBytes( std::size_t size ) { return { take( size ), size }; }
+
+ private:
+   const std::byte * take( std::size_t size )
+   {
+      if ( remaining() < size ) {
+         cutShort( size );
+      }
+      const std::byte * const at = at_;
+      at_ += size;
+      return at;
+   }
+   [[noreturn]] void cutShort( std::size_t wanted ) const;
+
+   const std::byte * at_;
+   const std::byte * end_;
+};
+
+} // namespace Vok::NboAttrLog

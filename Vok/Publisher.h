@@ -1,0 +1,194 @@
+// Change notification: Corvo::Publisher, Corvo::Notifiee and the Corvo::Change they exchange.
+#pragma once
+
+#include "Vok/Export.h"
+#include "Vok/String.h"
+#include "Vok/detail/AnyValue.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <typeinfo>
+#include <unordered_set>
+
+namespace Vok {
+
+class Entity;
+
+/// The number of an attribute in its type: 154 for the name, 258 and up for an entity's own attributes,
+/// 2 and up for the fields of a value.
+using AttrId = std::uint32_t;
+
+namespace Detail {
+
+struct EntityAccess;
+struct EntityLink;
+struct NotifieeList;
+class PendingTell;
+
+} // namespace Detail
+} // namespace Vok
+
+namespace Corvo {
+
+class Publisher;
+
+/// One change, which has already been stored. It is valid during the call that hands it out.
+struct VOK_EXPORT Change {
+   /// The entity whose attribute changed.
+   Vok::Entity & entity;
+
+   /// Which attribute changed.
+   Vok::AttrId attrId;
+
+   Change( Vok::Entity & changed, Vok::AttrId id, Vok::Detail::AnyValue key,
+         Vok::Detail::AnyValue oldValue ) noexcept
+         : entity( changed ), attrId( id ), key_( key ), old_( oldValue )
+   {
+   }
+
+   /// The key of the member that changed; null where the attribute has no keys, or K is not their type.
+   template< class K > const K * key() const noexcept
+   {
+      return static_cast< const K * >( key_.as( typeid( K ) ) );
+   }
+
+   /// The value before the change, V as the accessor gives it; null for an insertion, or where V is not
+   /// its type. For a child or a reference V is the `Corvo::Ptr`, for an optional the whole optional.
+   template< class V > const V * oldValue() const noexcept
+   {
+      return static_cast< const V * >( old_.as( typeid( V ) ) );
+   }
+
+   /// The same without knowing the types. The texts are empty where there is no key or no old value.
+   bool hasKey() const noexcept { return key_.value != nullptr; }
+   Corvo::String keyText() const { return key_.text(); }
+   bool hasOldValue() const noexcept { return old_.value != nullptr; }
+   Corvo::String oldValueText() const { return old_.text(); }
+
+   /// The address of the key, for code that knows its type from the reflection record; may be null.
+   const void * keyAddress() const noexcept { return key_.value; }
+
+   /// The address of the old value, likewise.
+   const void * oldValueAddress() const noexcept { return old_.value; }
+
+ private:
+   Vok::Detail::AnyValue key_;
+   Vok::Detail::AnyValue old_;
+};
+
+/// Something that is told of changes. It leaves every publisher it is attached to when it is destroyed.
+class VOK_EXPORT Notifiee {
+ public:
+   Notifiee() noexcept = default;
+   Notifiee( const Notifiee & ) = delete;
+   Notifiee & operator=( const Notifiee & ) = delete;
+   virtual ~Notifiee();
+
+   /// Called once per change, from inside the mutator, after the change is stored. It may attach, detach
+   /// and destroy notifiees (itself included), change any entity and drop any reference. An exception
+   /// reaches the mutator's caller after the other notifiees have been told.
+   virtual void onChange( const Change & change ) = 0;
+
+ protected:
+   /// Called when a publisher that this notifiee was attached to is destroyed with its entity.
+   virtual void publisherGone( Publisher & publisher ) noexcept;
+
+ private:
+   friend class Publisher;
+
+   void attached( Publisher & publisher );
+   void detached( Publisher & publisher ) noexcept;
+
+   // Most notifiees are attached to one publisher; the set is made for the second.
+   Publisher * first_ = nullptr;
+   std::unique_ptr< std::unordered_set< Publisher * > > others_;
+};
+
+/// Where the notifiees of one entity attach. As big as a pointer; without notifiees it costs a mutator one
+/// comparison.
+///
+/// Notifiees are told in the order of attachment. A change made inside `onChange` is told at once, nested. A
+/// notifiee detached during a notification is not called again, one attached during it is called from the
+/// next change on.
+class VOK_EXPORT Publisher {
+ public:
+   constexpr Publisher() noexcept = default;
+   Publisher( const Publisher & ) = delete;
+   Publisher & operator=( const Publisher & ) = delete;
+   ~Publisher()
+   {
+      if ( list_ ) {
+         close();
+      }
+   }
+
+   /// Attaches; attaching twice is one attachment. Takes no ownership. Throws std::bad_alloc and is then as
+   /// before.
+   void notifieeIs( Notifiee * notifiee );
+
+   /// Detaches; detaching a stranger is silent.
+   void notifieeDel( Notifiee * notifiee ) noexcept;
+
+   bool hasNotifiee() const noexcept { return list_ && anyLive(); }
+
+   /// Tells every notifiee of the change, which the caller has stored. The entity lives at least until all
+   /// have been told. The first exception that a notifiee throws is thrown on after that.
+   void publishChangeRecursive( const Change & change );
+
+ private:
+   friend class Notifiee;
+   friend struct Vok::Detail::EntityAccess;
+   friend struct Vok::Detail::EntityLink;
+   friend class Vok::Detail::PendingTell;
+
+   bool anyLive() const noexcept;
+   void close() noexcept;
+   void linksMoved() noexcept;
+   void compact() noexcept;
+   bool removeSlot( const Notifiee * notifiee ) noexcept;
+   Vok::Detail::NotifieeList & grown();
+   void tell( const Change & change, std::uint32_t upTo );
+
+   Vok::Detail::NotifieeList * list_ = nullptr;
+};
+
+} // namespace Corvo
+
+namespace Vok::Detail {
+
+/// The notifiees of one publisher, and the links of those who follow its entity without being told of
+/// changes. Slots of detached notifiees are null until no notification runs; then the rest moves together.
+struct NotifieeList {
+   std::uint32_t live = 0;     ///< attached notifiees
+   std::uint32_t used = 0;     ///< slots in use, holes included
+   std::uint32_t capacity = 0; ///< slots there are
+   std::uint32_t depth = 0;    ///< notifications that run now
+   EntityLink * links = nullptr;
+   Corvo::Notifiee ** slots = nullptr;
+};
+
+/// A weak link from a reader of change streams to an entity: it becomes null when the entity is destroyed,
+/// and counts `shapeChanges` up when the entity leaves its parent.
+struct EntityLink {
+   Entity * entity = nullptr;
+   EntityLink * next = nullptr;
+   EntityLink ** from = nullptr;
+   std::uint64_t * shapeChanges = nullptr;
+
+   EntityLink() noexcept = default;
+   EntityLink( const EntityLink & ) = delete;
+   EntityLink & operator=( const EntityLink & ) = delete;
+   ~EntityLink() { unlink(); }
+
+   /// Follows `followed` instead of what it followed before. Throws std::bad_alloc.
+   void link( Entity & followed );
+   void unlink() noexcept;
+};
+
+} // namespace Vok::Detail
+
+inline bool Corvo::Publisher::anyLive() const noexcept
+{
+   return list_->live != 0;
+}

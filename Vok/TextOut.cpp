@@ -1,0 +1,128 @@
+// How texts and doubles are written.
+#include "Vok/TextOut.h"
+
+#include "Vok/Time.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Vok {
+
+namespace Detail {
+
+namespace {
+
+constexpr std::array< bool, 256 > bareCharacters = [] {
+   std::array< bool, 256 > bare{};
+   for ( const char c : std::string_view( "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                          "0123456789_./:@%+-" ) ) {
+      bare[ static_cast< unsigned char >( c ) ] = true;
+   }
+   return bare;
+}();
+
+unsigned byteAt( std::string_view text, std::size_t at ) noexcept
+{
+   return at < text.size() ? static_cast< unsigned char >( text[ at ] ) : 0;
+}
+
+bool continues( std::string_view text, std::size_t at ) noexcept
+{
+   return ( byteAt( text, at ) & 0xc0U ) == 0x80;
+}
+
+} // namespace
+
+bool isBareCharacter( char c ) noexcept
+{
+   return bareCharacters[ static_cast< unsigned char >( c ) ];
+}
+
+bool isBareWord( std::string_view text ) noexcept
+{
+   return !text.empty() && std::all_of( text.begin(), text.end(), isBareCharacter );
+}
+
+// RFC 3629: no overlong forms, no surrogates, nothing above U+10FFFF; C1 controls are refused too.
+std::size_t plainInQuotes( std::string_view text, std::size_t at ) noexcept
+{
+   const unsigned first = byteAt( text, at );
+   if ( first < 0x80 ) {
+      return first >= 0x20 && first != 0x7f && first != '"' && first != '\\' && first != '\'';
+   }
+   if ( !continues( text, at + 1 ) ) {
+      return 0;
+   }
+   const unsigned second = byteAt( text, at + 1 );
+   if ( first >= 0xc2 && first <= 0xdf ) {
+      return first == 0xc2 && second < 0xa0 ? 0 : 2;
+   }
+   if ( !continues( text, at + 2 ) ) {
+      return 0;
+   }
+   if ( first >= 0xe0 && first <= 0xef ) {
+      const bool overlong = first == 0xe0 && second < 0xa0;
+      const bool surrogate = first == 0xed && second >= 0xa0;
+      return overlong || surrogate ? 0 : 3;
+   }
+   if ( !continues( text, at + 3 ) || first < 0xf0 || first > 0xf4 ) {
+      return 0;
+   }
+   const bool overlong = first == 0xf0 && second < 0x90;
+   const bool beyond = first == 0xf4 && second >= 0x90;
+   return overlong || beyond ? 0 : 4;
+}
+
+} // namespace Detail
+
+void TextOut::enlarge( std::size_t extra )
+{
+   const std::size_t capacity = std::max( 2 * capacity_, size_ + extra );
+   auto large = std::make_unique_for_overwrite< char[] >( capacity );
+   std::memcpy( large.get(), data_, size_ );
+   large_ = std::move( large );
+   data_ = large_.get();
+   capacity_ = capacity;
+}
+
+void TextOut::putDouble( double number )
+{
+   constexpr std::size_t most = 32;
+   char * const at = grow( most );
+   const auto end = std::to_chars( at, at + most, Detail::canonicalDouble( number ) ).ptr;
+   size_ = static_cast< std::size_t >( end - data_ );
+}
+
+void TextOut::putString( std::string_view text )
+{
+   if ( Detail::isBareWord( text ) ) {
+      put( text );
+      return;
+   }
+   static constexpr char digits[] = "0123456789abcdef";
+   put( '"' );
+   for ( std::size_t at = 0; at != text.size(); ) {
+      if ( const std::size_t plain = Detail::plainInQuotes( text, at ) ) {
+         put( text.substr( at, plain ) );
+         at += plain;
+         continue;
+      }
+      const char c = text[ at++ ];
+      put( '\\' );
+      if ( c == '"' || c == '\\' ) {
+         put( c );
+      } else if ( c == '\n' ) {
+         put( 'n' );
+      } else if ( c == '\t' ) {
+         put( 't' );
+      } else {
+         const auto byte = static_cast< unsigned char >( c );
+         put( 'x' );
+         put( digits[ byte >> 4 ] );
+         put( digits[ byte & 15 ] );
+      }
+   }
+   put( '"' );
+}
+
+} // namespace Vok

@@ -1,0 +1,626 @@
+// What the framework knows of a value type at compile time: Vok::ValueType< V >, and the base from which
+// generated value types get their text, their attribute log and their hash.
+#pragma once
+
+#include "Vok/CharRange.h"
+#include "Vok/EnumTable.h"
+#include "Vok/NboAttrLog.h"
+#include "Vok/Optional.h"
+#include "Vok/Ptr.h"
+#include "Vok/String.h"
+#include "Vok/TextOut.h"
+#include "Vok/Time.h"
+#include "Vok/detail/AnyValue.h"
+#include "Vok/detail/Hash.h"
+#include "Vok/detail/ValueOps.h"
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+namespace Vok {
+
+/// One field of a value type: its name, where it is, and how its bounds are checked when a value is read
+/// (null where they are not). `Wide` is the type that the field is built from.
+template< class V, class F, class Wide = F > struct Field {
+   using Type = F;
+   using From = Wide;
+
+   using Checked = std::conditional_t< std::is_scalar_v< Wide >, Wide, const Wide & >;
+
+   std::string_view name;
+   F V::*member;
+   void ( *check )( Checked ) = nullptr;
+};
+
+template< class V, class F > Field( std::string_view, F V::* ) -> Field< V, F >;
+
+namespace Detail {
+
+/// The door through which the framework reaches what generated types keep private.
+struct ValueAccess {
+   template< class V > static constexpr auto fields() { return V::vokFields(); }
+   template< class V > static constexpr std::string_view name() { return V::vokName; }
+   template< class V > static V blank() { return V(); }
+};
+
+template< class V >
+concept Generated = requires { V::vokName; };
+
+template< class V >
+concept Number = std::unsigned_integral< V > && !std::same_as< V, bool >;
+
+template< class V >
+concept HandText = requires { typename V::VokHandText; };
+
+template< class V >
+concept HandLog = requires { typename V::VokHandLog; };
+
+template< class V >
+concept Untextable = requires { typename V::VokUntextable; };
+
+template< class V > constexpr std::size_t fieldCount()
+{
+   return std::tuple_size_v< decltype( ValueAccess::fields< V >() ) >;
+}
+
+/// Calls f with each field of V, in declared order.
+template< class V, class F > constexpr void eachField( F && f )
+{
+   std::apply( [ & ]( const auto &... field ) { ( f( field ), ... ); }, ValueAccess::fields< V >() );
+}
+
+} // namespace Detail
+
+/// Everything about a value type that Vok needs: its name, text, log form and equality. The primary
+/// template serves generated value types; specialisations below serve the rest.
+template< class V > struct ValueType {
+   static_assert( Detail::Generated< V >, "no value type of the framework" );
+
+   static constexpr std::string_view name = Detail::ValueAccess::name< V >();
+   static constexpr bool textable = !Detail::Untextable< V >;
+
+   static constexpr bool equal( const V & a, const V & b ) { return a.isEq( b ); }
+   static void print( TextOut & out, const V & v );
+   static void read( CharRange & range, V & into ) { into = V( range ); }
+   static std::size_t logSize( const V & v );
+   static void encode( NboAttrLog::Out & out, const V & v );
+   static void decode( NboAttrLog::In & in, V & into );
+};
+
+template<> struct ValueType< bool > {
+   static constexpr std::string_view name = "bool";
+   static constexpr bool textable = true;
+   static constexpr bool equal( bool a, bool b ) { return a == b; }
+   static void print( TextOut & out, bool v ) { out.put( v ? "true" : "false" ); }
+   static void read( CharRange & range, bool & into ) { into = range.truth(); }
+   static std::size_t logSize( bool ) { return 1; }
+   static void encode( NboAttrLog::Out & out, bool v ) { out.putBool( v ); }
+   static void decode( NboAttrLog::In & in, bool & into ) { into = in.getBool(); }
+};
+
+template< Detail::Number U > struct ValueType< U > {
+   static constexpr std::string_view name =
+         sizeof( U ) == 1 ? "u8" : sizeof( U ) == 2 ? "u16" : sizeof( U ) == 4 ? "u32" : "u64";
+   static constexpr bool textable = true;
+   static constexpr bool equal( U a, U b ) { return a == b; }
+   static void print( TextOut & out, U v ) { out.putNumber( v ); }
+   static void read( CharRange & range, U & into )
+   {
+      into = static_cast< U >( range.number( std::numeric_limits< U >::max() ) );
+   }
+   static std::size_t logSize( U ) { return sizeof( U ); }
+   static void encode( NboAttrLog::Out & out, U v ) { out.put( v ); }
+   static void decode( NboAttrLog::In & in, U & into ) { into = in.get< U >(); }
+};
+
+template<> struct ValueType< double > {
+   static constexpr std::string_view name = "double";
+   static constexpr bool textable = true;
+   static constexpr bool equal( double a, double b ) { return Detail::sameDouble( a, b ); }
+   static void print( TextOut & out, double v ) { out.putDouble( v ); }
+   static void read( CharRange & range, double & into ) { into = range.doubleNumber(); }
+   static std::size_t logSize( double ) { return 8; }
+   static void encode( NboAttrLog::Out & out, double v )
+   {
+      out.putDouble( Detail::canonicalDouble( v ) );
+   }
+   static void decode( NboAttrLog::In & in, double & into )
+   {
+      into = Detail::canonicalDouble( in.getDouble() );
+   }
+};
+
+template<> struct ValueType< Corvo::String > {
+   static constexpr std::string_view name = "Corvo::String";
+   static constexpr bool textable = true;
+   static bool equal( const Corvo::String & a, const Corvo::String & b ) { return a == b; }
+   static void print( TextOut & out, const Corvo::String & v ) { out.putString( v.view() ); }
+   static void read( CharRange & range, Corvo::String & into ) { into = range.string(); }
+   static std::size_t logSize( const Corvo::String & v ) { return 4 + v.size(); }
+   static void encode( NboAttrLog::Out & out, const Corvo::String & v ) { out.putString( v.view() ); }
+   static void decode( NboAttrLog::In & in, Corvo::String & into ) { into = in.getString(); }
+};
+
+namespace Detail {
+
+/// Seconds and Duration: a double under another name.
+template< class T, double ( T::*get )() const noexcept > struct TimeType {
+   static constexpr bool textable = true;
+   static constexpr bool equal( const T & a, const T & b ) { return a.isEq( b ); }
+   static void print( TextOut & out, const T & v ) { out.putDouble( ( v.*get )() ); }
+   static void read( CharRange & range, T & into ) { into = T( range.doubleNumber() ); }
+   static std::size_t logSize( const T & ) { return 8; }
+   static void encode( NboAttrLog::Out & out, const T & v ) { out.putDouble( ( v.*get )() ); }
+   static void decode( NboAttrLog::In & in, T & into ) { into = T( in.getDouble() ); }
+};
+
+} // namespace Detail
+
+template<> struct ValueType< Seconds > : Detail::TimeType< Seconds, &Seconds::value > {
+   static constexpr std::string_view name = "Vok::Seconds";
+};
+
+template<>
+struct ValueType< Corvo::Duration > : Detail::TimeType< Corvo::Duration, &Corvo::Duration::seconds > {
+   static constexpr std::string_view name = "Corvo::Duration";
+};
+
+/// Enumerations travel as 32 bits and are written by name.
+template< class E >
+   requires std::is_enum_v< E >
+struct ValueType< E > {
+   static constexpr std::string_view name = vokEnumName( E() );
+   static constexpr bool textable = true;
+   static constexpr bool equal( E a, E b ) { return a == b; }
+   static void print( TextOut & out, E v ) { out.put( std::string_view( stringValue( v ) ) ); }
+   static void read( CharRange & range, E & into ) { sequenceToValue( range, &into ); }
+   static std::size_t logSize( E ) { return 4; }
+   static void encode( NboAttrLog::Out & out, E v ) { out.put( static_cast< std::uint32_t >( v ) ); }
+   static void decode( NboAttrLog::In & in, E & into )
+   {
+      into = Detail::enumFromLog< E >( in.get< std::uint32_t >() );
+   }
+};
+
+/// No value is the empty text, and a presence byte 0 in a log.
+template< class O >
+   requires std::same_as< O, std::optional< typename O::value_type > > || std::same_as< O, OptionalBool >
+struct ValueType< O > {
+   using Inner = ValueType< typename O::value_type >;
+   static constexpr std::string_view name = Inner::name;
+   static constexpr bool textable = Inner::textable;
+   static constexpr bool equal( const O & a, const O & b )
+   {
+      return a.has_value() == b.has_value() && ( !a || Inner::equal( *a, *b ) );
+   }
+   static void print( TextOut & out, const O & v )
+   {
+      if ( v ) {
+         Inner::print( out, *v );
+      }
+   }
+   static void read( CharRange & range, O & into )
+   {
+      if ( range.empty() || range.at( ',' ) || range.at( ']' ) ) {
+         into.reset();
+         return;
+      }
+      typename O::value_type v{};
+      Inner::read( range, v );
+      into = std::move( v );
+   }
+   static std::size_t logSize( const O & v ) { return v ? 1 + Inner::logSize( *v ) : 1; }
+   static void encode( NboAttrLog::Out & out, const O & v )
+   {
+      out.putBool( v.has_value() );
+      if ( v ) {
+         Inner::encode( out, *v );
+      }
+   }
+   static void decode( NboAttrLog::In & in, O & into )
+   {
+      if ( !in.getBool() ) {
+         into.reset();
+         return;
+      }
+      typename O::value_type v{};
+      Inner::decode( in, v );
+      into = std::move( v );
+   }
+};
+
+/// A child or a referred entity, as the old value of a change: its text is its bare name.
+template< class T > struct ValueType< Corvo::Ptr< T > > {
+   static constexpr bool textable = false;
+   static void print( TextOut & out, const Corvo::Ptr< T > & v )
+   {
+      if ( v ) {
+         out.put( v->name().view() );
+      }
+   }
+};
+
+// ---- Generated value types --------------------------------------------------------------------
+
+namespace Detail {
+
+/// Reads all fields of a composite by name, or the bare one of a value of one field, then checks bounds.
+template< class V > void readFields( CharRange & range, V & into );
+
+/// Reads all fields from a log, in declared order, then checks bounds.
+template< class V > void decodeFields( NboAttrLog::In & in, V & into );
+
+template< class V, class F > void readField( CharRange & range, V & into, const F & field )
+{
+   using From = typename F::From;
+   using Type = typename F::Type;
+   if constexpr ( std::same_as< From, Type > ) {
+      ValueType< Type >::read( range, into.*field.member );
+   } else {
+      From wide{};
+      ValueType< From >::read( range, wide );
+      field.check( wide );
+      into.*field.member = static_cast< Type >( wide );
+   }
+}
+
+/// Gives CharRange a field of a value to read into.
+template< class V, class F > struct FieldTarget {
+   V & value;
+   const F & field;
+};
+
+template< class V > void checkFields( const V & v )
+{
+   eachField< V >( [ &v ]( const auto & field ) {
+      if ( field.check ) {
+         field.check( v.*field.member );
+      }
+   } );
+}
+
+} // namespace Detail
+
+template< class V > void readText( CharRange & range, V & into )
+{
+   ValueType< V >::read( range, into );
+}
+
+template< class V, class F > void readText( CharRange & range, Detail::FieldTarget< V, F > & into )
+{
+   Detail::readField( range, into.value, into.field );
+}
+
+template< class V > void Detail::readFields( CharRange & range, V & into )
+{
+   constexpr std::size_t count = fieldCount< V >();
+   std::size_t index = 0;
+   eachField< V >( [ & ]( const auto & field ) {
+      FieldTarget< V, std::remove_cvref_t< decltype( field ) > > target{ into, field };
+      if constexpr ( count == 1 ) {
+         range.deserializeAttr( field.name, target );
+      } else {
+         if ( index == 0 ) {
+            range.needPre( ValueAccess::name< V >() );
+            range.desAttrPre( field.name, target );
+         } else if ( index + 1 == count ) {
+            range.desAttrPost( field.name, target );
+         } else {
+            range.desAttrIntra( field.name, target );
+         }
+         ++index;
+      }
+   } );
+   checkFields( into );
+}
+
+template< class V > void Detail::decodeFields( NboAttrLog::In & in, V & into )
+{
+   eachField< V >( [ & ]( const auto & field ) {
+      using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+      ValueType< Type >::decode( in, into.*field.member );
+   } );
+   checkFields( into );
+}
+
+template< class V > void ValueType< V >::print( TextOut & out, const V & v )
+{
+   if constexpr ( Detail::HandText< V > ) {
+      out.putString( v.stringValue().view() );
+   } else {
+      constexpr bool bare = Detail::fieldCount< V >() == 1;
+      if constexpr ( !bare ) {
+         out.put( name );
+      }
+      char before = '[';
+      Detail::eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         if constexpr ( !bare ) {
+            out.put( std::exchange( before, ',' ) );
+            out.put( field.name );
+            out.put( '=' );
+         }
+         ValueType< Type >::print( out, v.*field.member );
+      } );
+      if constexpr ( !bare ) {
+         out.put( ']' );
+      }
+   }
+}
+
+template< class V > std::size_t ValueType< V >::logSize( const V & v )
+{
+   if constexpr ( Detail::HandLog< V > ) {
+      return v.logSize();
+   } else {
+      std::size_t size = 0;
+      Detail::eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         size += ValueType< Type >::logSize( v.*field.member );
+      } );
+      return size;
+   }
+}
+
+template< class V > void ValueType< V >::encode( NboAttrLog::Out & out, const V & v )
+{
+   if constexpr ( Detail::HandLog< V > ) {
+      v.writeLog( out );
+   } else {
+      Detail::eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         ValueType< Type >::encode( out, v.*field.member );
+      } );
+   }
+}
+
+template< class V > void ValueType< V >::decode( NboAttrLog::In & in, V & into )
+{
+   into = V( &in );
+}
+
+/// Field by field, in declared order; what `isEq` of a generated type says.
+template< class V > constexpr bool equalFields( const V & a, const V & b )
+{
+   if ( &a == &b ) {
+      return true;
+   }
+   return std::apply(
+         [ & ]( const auto &... field ) {
+            return ( ValueType< typename std::remove_cvref_t< decltype( field ) >::Type >::equal(
+                           a.*field.member, b.*field.member ) &&
+                  ... );
+         },
+         Detail::ValueAccess::fields< V >() );
+}
+
+/// Field by field, in declared order; what `<` of an ordered generated type says.
+template< class V > constexpr bool lessFields( const V & a, const V & b )
+{
+   bool less = false;
+   bool decided = false;
+   Detail::eachField< V >( [ & ]( const auto & field ) {
+      if ( !decided ) {
+         less = a.*field.member < b.*field.member;
+         decided = less || b.*field.member < a.*field.member;
+      }
+   } );
+   return less;
+}
+
+/// `std::hash` over all fields; a generated type's specialisation derives from it.
+template< class V > struct ValueHash {
+   std::size_t operator()( const V & v ) const
+   {
+      std::uint64_t h = 0x9e3779b97f4a7c15ULL;
+      Detail::eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         h = ( h ^ std::hash< Type >()( v.*field.member ) ) * 0xd6e8feb86659fd93ULL;
+         h ^= h >> 32;
+      } );
+      return static_cast< std::size_t >( h );
+   }
+};
+
+namespace Detail {
+
+/// The hash of a key in a collection: of all fields, under the collection's seed.
+template< class V >
+   requires Generated< V >
+struct KeyHash< V > {
+   static std::uint64_t hash( const V & v, HashSeed seed )
+   {
+      std::uint64_t h = 0;
+      bool first = true;
+      eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         if ( !std::exchange( first, false ) ) {
+            seed.a ^= h;
+         }
+         h = KeyHash< Type >::hash( v.*field.member, seed );
+      } );
+      return h;
+   }
+};
+
+template<> struct KeyHash< Seconds > {
+   static std::uint64_t hash( Seconds v, HashSeed seed )
+   {
+      return KeyHash< double >::hash( v.value(), seed );
+   }
+};
+
+template<> struct KeyHash< Corvo::Duration > {
+   static std::uint64_t hash( Corvo::Duration v, HashSeed seed )
+   {
+      return KeyHash< double >::hash( v.seconds(), seed );
+   }
+};
+
+} // namespace Detail
+
+// ---- What generated constructors call ---------------------------------------------------------
+
+/// Reads all fields of a composite by name, or the bare one of a value of one field, then checks
+/// bounds.
+template< class V > void readFields( CharRange & range, V & into )
+{
+   Detail::readFields( range, into );
+}
+
+/// Reads all fields from a log, in declared order, then checks bounds.
+template< class V > void decodeFields( NboAttrLog::In & in, V & into )
+{
+   Detail::decodeFields( in, into );
+}
+
+/// Reads a value whose text is written by hand: it is built from its text, which has to be the one
+/// that it prints.
+template< class V > void readByHand( CharRange & range, V & into )
+{
+   const std::size_t start = range.offset();
+   const Corvo::String text = range.string();
+   V v( text );
+   if ( const Corvo::String canonical = v.stringValue(); canonical != text ) {
+      range.backTo( start );
+      range.fail( "the text as " + std::string( canonical.view() ) );
+   }
+   into = std::move( v );
+}
+
+/// Ends the process: a value that holds a collection cannot be read from text.
+[[noreturn]] VOK_EXPORT void noStringConstructor( const char * type );
+
+/// One bit of a flag word.
+template< Detail::Number W > constexpr bool bit( W word, unsigned number ) noexcept
+{
+   return ( static_cast< std::uint64_t >( word ) >> number & 1U ) != 0;
+}
+
+template< Detail::Number W > constexpr void bitIs( W & word, unsigned number, bool v ) noexcept
+{
+   const W mask = static_cast< W >( W{ 1 } << number );
+   word = static_cast< W >( v ? word | mask : word & static_cast< W >( ~mask ) );
+}
+
+// ---- Operations for code that knows the type at run time --------------------------------------
+
+namespace Detail {
+
+/// The bytes that every V takes in a log; 0 where they differ from value to value.
+template< class V > constexpr std::uint32_t fixedLogSize()
+{
+   if constexpr ( std::same_as< V, bool > || Number< V > ) {
+      return sizeof( V );
+   } else if constexpr ( std::is_enum_v< V > ) {
+      return sizeof( std::uint32_t );
+   } else if constexpr ( std::same_as< V, double > || std::same_as< V, Seconds > ||
+         std::same_as< V, Corvo::Duration > ) {
+      return sizeof( double );
+   } else if constexpr ( Generated< V > && !HandLog< V > ) {
+      return std::apply(
+            []( const auto &... field ) -> std::uint32_t {
+               const std::uint32_t sizes[] = {
+                  fixedLogSize< typename std::remove_cvref_t< decltype( field ) >::Type >()...
+               };
+               std::uint32_t sum = 0;
+               for ( const std::uint32_t size : sizes ) {
+                  if ( size == 0 ) {
+                     return 0;
+                  }
+                  sum += size;
+               }
+               return sum;
+            },
+            ValueAccess::fields< V >() );
+   } else {
+      return 0;
+   }
+}
+
+template< class V > struct ValueOpsOf {
+   using Type = ValueType< V >;
+
+   static const V & at( const void * v ) { return *static_cast< const V * >( v ); }
+   static V & at( void * v ) { return *static_cast< V * >( v ); }
+
+   static void construct( void * raw ) { new ( raw ) V(); }
+   static void copy( void * raw, const void * from ) { new ( raw ) V( at( from ) ); }
+   static void destroy( void * v ) noexcept { at( v ).~V(); }
+   static void swap( void * a, void * b ) noexcept { std::swap( at( a ), at( b ) ); }
+   static constexpr bool equal( const void * a, const void * b ) { return Type::equal( at( a ), at( b ) ); }
+   static bool less( const void * a, const void * b ) { return at( a ) < at( b ); }
+   static std::size_t hash( const void * v ) { return std::hash< V >()( at( v ) ); }
+   static void print( TextOut & out, const void * v ) { Type::print( out, at( v ) ); }
+   static void read( CharRange & range, void * into )
+   {
+      V v{};
+      Type::read( range, v );
+      at( into ) = std::move( v );
+   }
+   static void encode( NboAttrLog::Out & out, const void * v ) { Type::encode( out, at( v ) ); }
+   static void decode( NboAttrLog::In & in, void * into ) { Type::decode( in, at( into ) ); }
+
+   static constexpr ValueOps make()
+   {
+      ValueOps ops{ &typeid( V ), Type::name, sizeof( V ), alignof( V ), construct, copy, destroy,
+            swap, equal, nullptr, nullptr, print, nullptr, encode, decode, fixedLogSize< V >() };
+      if constexpr ( requires( const V & v ) { { v < v } -> std::convertible_to< bool >; } ) {
+         ops.less = less;
+      }
+      if constexpr ( requires( const V & v ) { std::hash< V >()( v ); } ) {
+         ops.hash = hash;
+      }
+      if constexpr ( Type::textable ) {
+         ops.read = read;
+      }
+      return ops;
+   }
+};
+
+/// A pointer to an entity can be named, and nothing else.
+template< class T > struct ValueOpsOf< Corvo::Ptr< T > > {
+   static void print( TextOut & out, const void * v )
+   {
+      ValueType< Corvo::Ptr< T > >::print( out, *static_cast< const Corvo::Ptr< T > * >( v ) );
+   }
+   static constexpr ValueOps make()
+   {
+      ValueOps ops{};
+      ops.type = &typeid( Corvo::Ptr< T > );
+      ops.print = print;
+      return ops;
+   }
+};
+
+/// The operations of V.
+template< class V > inline constexpr ValueOps valueOps = ValueOpsOf< V >::make();
+
+template< class V > AnyValue any( const V & v ) noexcept
+{
+   return { &valueOps< V >, &v };
+}
+
+} // namespace Detail
+} // namespace Vok
+
+namespace Vok::NboAttrLog {
+
+/// A value type onto a log: its fields in declared order.
+template< class V >
+   requires Vok::Detail::Generated< V >
+Out & operator<<( Out & out, const V & v )
+{
+   ValueType< V >::encode( out, v );
+   return out;
+}
+
+} // namespace Vok::NboAttrLog

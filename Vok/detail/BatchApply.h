@@ -1,0 +1,108 @@
+// Bringing one checked batch to a replica.
+#pragma once
+
+#include "Vok/detail/BatchReader.h"
+#include "Vok/detail/PendingTell.h"
+#include "Vok/detail/RecordCursor.h"
+#include "Vok/detail/Staged.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Vok::Detail {
+
+class BatchApply {
+ public:
+   BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types );
+
+   /// Makes and stages everything. Throws, and then the replica is as it was.
+   void prepare();
+
+   /// Stores everything that was staged.
+   void commit() noexcept;
+
+   /// Tells of it. The reader may be gone when this returns.
+   void notify() { pending_.tell(); }
+
+ private:
+   /// An entity that the batch introduces: one to be made, or one that the replica has already.
+   struct Intro {
+      std::uint64_t number = 0;
+      std::uint64_t birth = 0;
+      std::uint64_t parent = 0;
+      bool outside = false;
+      std::uint32_t type = 0;
+      const AttributeRow * row = nullptr; ///< of the parent; null where this side does not know it
+      NboAttrLog::In arguments{ nullptr, 0 };
+      enum class State {
+         pending,
+         waiting,
+         ready
+      } state = State::pending;
+      bool fresh = false;    ///< made for this batch
+      bool recorded = false; ///< has a record
+      Corvo::Ptr< Entity > entity; ///< null: ignored
+   };
+
+   struct Record {
+      std::uint64_t number = 0;
+      std::uint32_t type = 0;
+      bool whole = false;
+      NboAttrLog::In attributes{ nullptr, 0 };
+   };
+
+   /// Arguments of an introduced entity, read.
+   struct Arguments {
+      std::vector< OwnedValue > values;
+      std::vector< Corvo::Ptr< Entity > > targets;
+      std::vector< const void * > addresses;
+      bool complete = true; ///< nothing that they refer to is gone
+   };
+
+   void checkRoot( NboAttrLog::In arguments );
+   void scan();
+   void introduceChildren( const Record & record );
+   void introduce( Intro intro );
+
+   Intro * introOf( std::uint64_t number );
+   Corvo::Ptr< Entity > entityOf( std::uint64_t number );
+   Corvo::Ptr< Entity > targetOf( std::uint64_t number, const AttributeRow & row );
+   bool inPlace( ReplicaSlot & slot );
+
+   void resolveAll();
+   void resolve( Intro & intro );
+   bool waitsForOthers( Intro & intro, std::vector< Intro * > & stack );
+   Arguments readArguments( const Intro & intro );
+   Corvo::Ptr< Entity > known( const Intro & intro );
+   Corvo::Ptr< Entity > alike( const Intro & intro, const Arguments & arguments );
+   static bool sameArguments( const Entity & entity, const TypeData & type, const Arguments & arguments );
+
+   void apply( const Record & record );
+   void applyFresh( Entity & entity, const Record & record );
+   void applyExisting( Entity & entity, const Record & record );
+   void loadAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
+   void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
+   void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
+   void stageInitial( Entity & entity, const ReadRow & row );
+   std::vector< EntityOp > readEntityOps( const ReadRow & row, NboAttrLog::In & payload );
+   void passOver( const ReadType & type, const ReadRow & row );
+   void makeSlots();
+
+   BatchReader & reader_;
+   BatchFrame frame_;
+   ReadTypes types_;
+   bool sameStream_;
+
+   std::vector< Record > records_;
+   std::vector< std::unique_ptr< Intro > > intros_;
+   HashMap2018< MapNode< std::uint64_t, Intro * >, std::uint64_t, Intro * > introByNumber_;
+   std::vector< std::unique_ptr< ReplicaSlot > > newSlots_; // by intro, null for ignored ones
+   ReplicaSlots wholeSlots_;                                // those of a whole tree
+   std::vector< ReplicaSlot * > left_; // slots whose entities are outside the tree from now on
+   PendingTell pending_;
+   std::vector< Corvo::String > passedOver_;
+};
+
+} // namespace Vok::Detail

@@ -1,0 +1,250 @@
+// Preparing a batch: bringing its records to entities.
+#include "Vok/detail/BatchApply.h"
+
+#include "Vok/Exceptions.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Storage.h"
+#include "Vok/detail/StreamOps.h"
+#include "Vok/detail/StreamType.h"
+
+#include <algorithm>
+#include <string>
+
+namespace Vok::Detail {
+
+using NboAttrLog::Exception;
+using NboAttrLog::In;
+
+namespace {
+
+/// An optional stored in one word: the new word, after the commit the old one.
+class StagedWord final : public Staged {
+ public:
+   StagedWord( const AttributeRow & row, void * storage, OwnedValue next )
+         : row_( row ), storage_( storage ), next_( std::move( next ) ), old_( *row.value )
+   {
+      row.storage->load( storage, old_.data() );
+   }
+
+   void commit() noexcept override { row_.storage->store( storage_, next_.data() ); }
+   void notify( const Tell & tell ) override { tell( {}, { row_.value, old_.data() } ); }
+
+ private:
+   const AttributeRow & row_;
+   void * storage_;
+   OwnedValue next_;
+   OwnedValue old_;
+};
+
+OwnedValue readValue( const AttributeRow & row, In payload )
+{
+   OwnedValue value( *row.value );
+   row.value->decode( payload, value.data() );
+   return value;
+}
+
+bool differs( const AttributeRow & row, const void * storage, const void * next )
+{
+   if ( !row.storage ) {
+      return !row.value->equal( storage, next );
+   }
+   OwnedValue now( *row.value );
+   row.storage->load( storage, now.data() );
+   return !row.value->equal( now.data(), next );
+}
+
+} // namespace
+
+void BatchApply::apply( const Record & record )
+{
+   const Intro * const intro = introOf( record.number );
+   const Corvo::Ptr< Entity > entity = entityOf( record.number );
+   const ReadType & type = *types_[ record.type ];
+   if ( !entity ) {
+      // Nothing to be changed; what this side does not know is said all the same.
+      In in = record.attributes;
+      if ( in.remaining() != 0 ) {
+         eachAttribute( in, type, [ & ]( const ReadRow & row, In ) { passOver( type, row ); } );
+      }
+      return;
+   }
+   if ( &entity->typeData() != type.own ) {
+      throw Exception( "a record is of another type than its entity" );
+   }
+   if ( intro && intro->fresh ) {
+      applyFresh( *entity, record );
+   } else {
+      applyExisting( *entity, record );
+   }
+}
+
+// ---- Entities that nobody can see yet ---------------------------------------------------------
+
+void BatchApply::applyFresh( Entity & entity, const Record & record )
+{
+   const ReadType & type = *types_[ record.type ];
+   std::vector< bool > mentioned( type.rows.size() );
+   In in = record.attributes;
+   if ( in.remaining() != 0 ) {
+      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+         mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         if ( row.own ) {
+            loadAttribute( entity, row, payload );
+         } else {
+            passOver( type, row );
+         }
+      } );
+   }
+   for ( std::size_t i = 0; i != type.rows.size(); ++i ) {
+      const ReadRow & row = type.rows[ i ];
+      if ( mentioned[ i ] || !row.own ) {
+         continue;
+      }
+      void * const storage = storageOf( entity, *row.own );
+      if ( row.kind == AttributeKind::child && row.own->collection->size( storage ) != 0 ) {
+         std::vector< EntityOp > none; // the constructor made it, the writer has it no more
+         const auto staged = row.own->collection->stream->stageEntities( storage, none, true );
+         staged->owner = Corvo::Ptr< Entity >( &entity );
+         staged->commit();
+      } else if ( row.initial && differs( *row.own, storage, row.initial->data() ) ) {
+         OwnedValue next( *row.initial ); // the writer's default is another than this side's
+         StagedValue( storage, std::move( next ) ).commit();
+      }
+   }
+}
+
+void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload )
+{
+   const AttributeRow & own = *row.own;
+   void * const storage = storageOf( entity, own );
+   if ( row.hasEntities() ) {
+      readMode( payload );
+      const std::vector< EntityOp > ops = readEntityOps( row, payload );
+      for ( const EntityOp & op : ops ) {
+         const bool there = row.kind == AttributeKind::child &&
+               own.collection->entity( storage, nullptr ) == op.member.get();
+         if ( op.member && !there ) {
+            own.collection->stream->adopt( entity, storage, *op.member );
+         }
+      }
+   } else if ( row.isCollection() ) {
+      readMode( payload );
+      own.collection->stream->load( storage, payload );
+   } else {
+      OwnedValue next = readValue( own, payload );
+      if ( own.storage ) {
+         own.storage->store( storage, next.data() );
+      } else {
+         own.value->swap( storage, next.data() );
+      }
+   }
+}
+
+// What a payload makes of the members: entities that are ignored are left out.
+std::vector< EntityOp > BatchApply::readEntityOps( const ReadRow & row, In & payload )
+{
+   std::vector< EntityOp > ops;
+   while ( payload.remaining() != 0 ) {
+      if ( readOp( payload ) == MemberOp::del ) {
+         if ( row.kind == AttributeKind::child ) {
+            ops.push_back( {} );
+         } else {
+            OwnedValue key( *row.own->key );
+            row.own->key->decode( payload, key.data() );
+            ops.push_back( { nullptr, std::move( key ) } );
+         }
+      } else if ( row.kind == AttributeKind::references ) {
+         if ( const Corvo::Ptr< Entity > target = targetOf( payload.getVarint(), *row.own ) ) {
+            ops.push_back( { target, std::nullopt } );
+         }
+      } else if ( const Corvo::Ptr< Entity > child = entityOf( readChildHead( payload ).number ) ) {
+         ops.push_back( { child, std::nullopt } );
+      }
+   }
+   return ops;
+}
+
+// ---- Entities that the replica has ------------------------------------------------------------
+
+void BatchApply::applyExisting( Entity & entity, const Record & record )
+{
+   const ReadType & type = *types_[ record.type ];
+   std::vector< bool > mentioned( type.rows.size() );
+   In in = record.attributes;
+   if ( in.remaining() != 0 ) {
+      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+         mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         if ( row.own ) {
+            stageAttribute( entity, row, payload );
+         } else {
+            passOver( type, row );
+         }
+      } );
+   }
+   for ( std::size_t i = 0; record.whole && i != type.rows.size(); ++i ) {
+      if ( !mentioned[ i ] && type.rows[ i ].own ) {
+         stageInitial( entity, type.rows[ i ] );
+      }
+   }
+}
+
+void BatchApply::stageAttribute( Entity & entity, const ReadRow & row, In payload )
+{
+   const AttributeRow & own = *row.own;
+   void * const storage = storageOf( entity, own );
+   if ( row.hasEntities() ) {
+      const bool whole = readMode( payload );
+      std::vector< EntityOp > ops = readEntityOps( row, payload );
+      if ( whole || !ops.empty() ) {
+         pending_.add( own.collection->stream->stageEntities( storage, ops, whole ), entity, own.id );
+      }
+   } else if ( row.isCollection() ) {
+      const bool whole = readMode( payload );
+      pending_.add( own.collection->stream->stage( storage, payload, whole ), entity, own.id );
+   } else {
+      stageValue( entity, own, readValue( own, payload ) );
+   }
+}
+
+void BatchApply::stageValue( Entity & entity, const AttributeRow & row, OwnedValue next )
+{
+   void * const storage = storageOf( entity, row );
+   if ( !differs( row, storage, next.data() ) ) {
+      return;
+   }
+   if ( row.storage ) {
+      pending_.add( std::make_unique< StagedWord >( row, storage, std::move( next ) ), entity, row.id );
+   } else {
+      pending_.add( std::make_unique< StagedValue >( storage, std::move( next ) ), entity, row.id );
+   }
+}
+
+// What a whole tree does not mention is as in a fresh entity of the writer.
+void BatchApply::stageInitial( Entity & entity, const ReadRow & row )
+{
+   const AttributeRow & own = *row.own;
+   void * const storage = storageOf( entity, own );
+   if ( row.hasEntities() ) {
+      std::vector< EntityOp > none;
+      pending_.add( own.collection->stream->stageEntities( storage, none, true ), entity, own.id );
+   } else if ( row.isCollection() ) {
+      In nothing( nullptr, 0 );
+      pending_.add( own.collection->stream->stage( storage, nothing, true ), entity, own.id );
+   } else if ( row.initial ) {
+      stageValue( entity, own, *row.initial );
+   }
+}
+
+void BatchApply::passOver( const ReadType & type, const ReadRow & row )
+{
+   if ( row.own ) {
+      return;
+   }
+   std::string text( type.name.view() );
+   text.append( "::" ).append( row.name.view() );
+   if ( std::find( passedOver_.begin(), passedOver_.end(), text ) == passedOver_.end() ) {
+      passedOver_.emplace_back( text );
+   }
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,125 @@
+// Checking the records of a batch.
+#include "Vok/detail/BatchCheck.h"
+
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/RecordCursor.h"
+#include "Vok/detail/StreamOps.h"
+
+#include <string>
+
+namespace Vok::Detail {
+
+namespace {
+
+using NboAttrLog::Exception;
+using NboAttrLog::In;
+
+void needEnd( const In & in, const char * what )
+{
+   if ( in.remaining() != 0 ) {
+      throw Exception( std::string( what ) + " is longer than what it holds" );
+   }
+}
+
+void checkValue( const AttributeRow & row, In payload )
+{
+   OwnedValue value( *row.value );
+   row.value->decode( payload, value.data() );
+   if ( row.check ) {
+      row.check( value.data() );
+   }
+   needEnd( payload, "a value" );
+}
+
+void checkArguments( const ReadType & type, In in )
+{
+   if ( !type.own ) {
+      return; // their layout is not known here; nothing of them is used
+   }
+   for ( const ReadArgument & argument : type.arguments ) {
+      if ( argument.reference ) {
+         in.getVarint();
+      } else {
+         OwnedValue value( *argument.own->value );
+         argument.own->value->decode( in, value.data() );
+      }
+   }
+   needEnd( in, "a list of arguments" );
+}
+
+const ReadType & memberType( const ReadRow & row, const ReadTypes & types )
+{
+   if ( row.memberType == 0 || row.memberType > types.size() ) {
+      throw Exception( "a collection of children names a type that the batch does not describe" );
+   }
+   return *types[ row.memberType - 1 ];
+}
+
+void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types )
+{
+   std::size_t members = 0;
+   while ( payload.remaining() != 0 ) {
+      if ( ++members > 1 && row.kind == AttributeKind::child ) {
+         throw Exception( "a single child comes twice" );
+      }
+      if ( readOp( payload ) == MemberOp::del ) {
+         if ( whole ) {
+            throw Exception( "a whole collection deletes a member" );
+         }
+         if ( row.kind == AttributeKind::child ) {
+            continue;
+         }
+         if ( !row.own ) {
+            return; // the key's layout is not known here
+         }
+         OwnedValue key( *row.own->key );
+         row.own->key->decode( payload, key.data() );
+      } else if ( row.kind == AttributeKind::references ) {
+         payload.getVarint();
+      } else {
+         checkArguments( memberType( row, types ), readChildHead( payload ).arguments );
+      }
+   }
+}
+
+void checkAttribute( const ReadRow & row, In payload, const ReadTypes & types )
+{
+   if ( row.hasEntities() ) {
+      const bool whole = readMode( payload );
+      checkEntities( row, payload, whole, types );
+   } else if ( row.own && row.isCollection() ) {
+      const bool whole = readMode( payload );
+      row.own->collection->stream->check( payload, whole );
+   } else if ( row.own ) {
+      checkValue( *row.own, payload );
+   }
+}
+
+} // namespace
+
+void checkRecords( const BatchFrame & frame, const ReadTypes & types, const TypeData & root )
+{
+   In in = frame.content;
+   if ( frame.whole ) {
+      if ( types.empty() || types.front()->own != &root ) {
+         throw Exception( "the stream is of a tree of type " +
+               ( types.empty() ? std::string( "none" ) : std::string( types.front()->name.view() ) ) +
+               ", the replica's root is a " + std::string( root.name() ) );
+      }
+      checkArguments( *types.front(), readBlock( in ) );
+   }
+   while ( in.remaining() != 0 ) {
+      const RecordHead head = readRecordHead( in, types );
+      const ReadType & type = *types[ head.typeNumber ];
+      if ( head.kind == Batch::RecordKind::outside ) {
+         checkArguments( type, head.arguments );
+      } else if ( frame.whole && !head.whole() ) {
+         throw Exception( "a batch of the whole tree changes an entity" );
+      }
+      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+         checkAttribute( row, payload, types );
+      } );
+   }
+}
+
+} // namespace Vok::Detail

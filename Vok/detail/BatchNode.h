@@ -1,0 +1,62 @@
+// What a writer keeps of one entity that it follows. Part of BatchWriter.h.
+#pragma once
+
+#include "Vok/detail/BatchWriter.h"
+#include "Vok/detail/StreamOps.h"
+
+namespace Vok::Detail {
+
+class BatchWriter::Node final : public FlowOutBase {
+ public:
+   Node( BatchWriter & owner, Entity & followed, Node * above );
+   ~Node() override;
+
+   void onChange( const Corvo::Change & change ) override;
+
+   /// Puts the node among its parent's children, and takes it from there.
+   void adoptedBy( Node & above ) noexcept;
+   void unlink() noexcept;
+
+   bool changed( std::size_t index ) const noexcept { return dirty().attribute( index ); }
+   const DirtyKeys * changedKeys( std::size_t index ) const noexcept { return dirty().keys( index ); }
+   void written() noexcept
+   {
+      dirty().clear();
+      left = false;
+   }
+
+   /// As if no batch had been written; the node keeps its number and its birth.
+   void forget() noexcept
+   {
+      known = 0;
+      references = 0;
+      outside = false;
+      left = false;
+      parent = nullptr;
+      firstChild = nullptr;
+      before = nullptr;
+      after = nullptr;
+   }
+
+   BatchWriter * writer;
+   Entity * entity;
+   std::uint64_t number = 0;     ///< under which the reader knows it
+   std::uint64_t birth = 0;      ///< the batch that introduced it first; 0 while none has
+   std::uint64_t known = 0;      ///< the batch that introduced it last; 0 while none has
+   std::uint64_t references = 0; ///< written references that lead here
+   bool outside = false;         ///< no part of the tree
+   bool left = false;            ///< the reader has not been told that it is outside
+   bool inDirtyList = false;
+
+   Node * parent = nullptr;
+   Node * firstChild = nullptr;
+   Node * before = nullptr;
+   Node * after = nullptr;
+   Node * dirtyBefore = nullptr;
+   Node * dirtyAfter = nullptr;
+
+ protected:
+   void publisherGone( Corvo::Publisher & publisher ) noexcept override;
+};
+
+} // namespace Vok::Detail

@@ -1,0 +1,66 @@
+// The reader of a change stream: what it knows between batches.
+//
+// A batch is read in four passes. Its frame is checked: length, checksum, place in the stream. Then every
+// record and every value is checked, and nothing of them is kept. Then the batch is prepared: entities that it
+// introduces are made or found, and every change to what exists is staged, with all memory that it will need;
+// until here anything may throw and nothing has changed. At last the staged changes are committed, which cannot
+// fail, and told.
+#pragma once
+
+#include "Vok/Entity.h"
+#include "Vok/HashMap2018.h"
+#include "Vok/NboAttrLog.h"
+#include "Vok/detail/ReadType.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Vok::Detail {
+
+/// One entity of the replica, under the number that the stream gives it. The link is null when the entity is
+/// gone.
+struct ReplicaSlot {
+   EntityLink link;
+   std::uint32_t type = 0;     ///< its number in the stream
+   std::uint64_t birth = 0;    ///< the batch that introduced it first
+   std::uint64_t parent = 0;   ///< the number of the parent
+   bool outside = false;       ///< it has none
+   std::uint64_t verified = 0; ///< when it was last found in its place
+};
+
+using ReplicaSlots = HashMap2018< MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >, std::uint64_t,
+      std::unique_ptr< ReplicaSlot > >;
+
+/// What stands before the records of a batch.
+struct BatchFrame {
+   bool whole = false;
+   std::uint64_t stream = 0;
+   std::uint64_t number = 0; ///< of the batch
+   NboAttrLog::In content{ nullptr, 0 };
+};
+
+class BatchReader {
+ public:
+   explicit BatchReader( const Corvo::Ptr< Entity > & root ) : root_( root ) {}
+
+   void read( NboAttrLog::In & in );
+   const std::vector< Corvo::String > & passedOver() const noexcept { return passedOver_; }
+
+ private:
+   friend class BatchApply;
+
+   /// Reads and checks the frame; `in` goes on behind the batch.
+   static BatchFrame readFrame( NboAttrLog::In & in );
+   void checkPlace( const BatchFrame & frame ) const;
+
+   Corvo::Ptr< Entity > root_;
+   std::uint64_t stream_ = 0;
+   std::uint64_t last_ = 0; // the last batch read; 0 while there is none
+   ReadTypes types_;
+   ReplicaSlots slots_;
+   std::uint64_t shapeChanges_ = 1; // counted up when an entity of the replica leaves its parent
+   std::vector< Corvo::String > passedOver_;
+};
+
+} // namespace Vok::Detail

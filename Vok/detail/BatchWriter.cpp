@@ -1,0 +1,278 @@
+// The nodes of a writer: which entities a stream follows, and what is noted of them.
+#include "Vok/detail/BatchWriter.h"
+
+#include "Vok/TypeData.h"
+#include "Vok/detail/BatchNode.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Storage.h"
+
+#include <algorithm>
+#include <new>
+#include <random>
+
+namespace Vok::Detail {
+
+// ---- Node -------------------------------------------------------------------------------------
+
+BatchWriter::Node::Node( BatchWriter & owner, Entity & followed, Node * above )
+      : FlowOutBase( followed ), writer( &owner ), entity( &followed )
+{
+   if ( above ) {
+      adoptedBy( *above );
+   }
+}
+
+BatchWriter::Node::~Node()
+{
+   unlink();
+}
+
+void BatchWriter::Node::adoptedBy( Node & above ) noexcept
+{
+   parent = &above;
+   after = above.firstChild;
+   if ( after ) {
+      after->before = this;
+   }
+   above.firstChild = this;
+}
+
+void BatchWriter::Node::unlink() noexcept
+{
+   if ( !parent ) {
+      return;
+   }
+   ( before ? before->after : parent->firstChild ) = after;
+   if ( after ) {
+      after->before = before;
+   }
+   parent = nullptr;
+   before = nullptr;
+   after = nullptr;
+}
+
+void BatchWriter::Node::onChange( const Corvo::Change & change )
+{
+   const TypeData & type = entity->typeData();
+   const std::size_t index = DirtyState::indexOf( type, change.attrId );
+   const AttributeRow & row = type.attributes()[ index ].row();
+   BatchWriter & owner = *writer;
+   if ( holdsEntities( row ) && change.hasOldValue() ) {
+      Node * const old = owner.find( *row.collection->pointee( change.oldValueAddress() ) );
+      if ( row.kind != AttributeKind::references ) {
+         if ( old && old->parent == this ) {
+            owner.drop( *old );
+         }
+      } else if ( const DirtyKeys * const keys = dirty().keys( index );
+                  old && old->references != 0 && !( keys && keys->contains( change.keyAddress() ) ) ) {
+         --old->references; // a reference that was written
+      }
+   }
+   try {
+      dirty().note( change );
+   } catch ( const std::bad_alloc & ) {
+      owner.noteLost();
+      return;
+   }
+   owner.becameDirty( *this );
+}
+
+void BatchWriter::Node::publisherGone( Corvo::Publisher & ) noexcept
+{
+   writer->erase( *this );
+}
+
+// ---- Nodes of the writer ----------------------------------------------------------------------
+
+namespace {
+
+std::uint64_t newStream()
+{
+   std::random_device random;
+   return std::uint64_t{ random() } << 32 | random();
+}
+
+} // namespace
+
+BatchWriter::BatchWriter( const Corvo::Ptr< Entity > & root ) : root_( root ), stream_( newStream() )
+{
+   nodeOf( *root_, nullptr );
+}
+
+BatchWriter::~BatchWriter()
+{
+   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
+      cursor.node()->value->parent = nullptr; // all nodes go: no list of children needs mending
+   }
+   nodes_.clear();
+}
+
+BatchWriter::Node * BatchWriter::find( const Entity & entity ) const noexcept
+{
+   const auto * const found = nodes_.find( &entity );
+   return found ? found->value.get() : nullptr;
+}
+
+BatchWriter::Node & BatchWriter::nodeOf( const Entity & entity, Node * parent )
+{
+   const auto [ at, inserted ] = nodes_.findOrInsert( &entity, [ & ] {
+      auto node = std::make_unique< Node >( *this, const_cast< Entity & >( entity ), parent );
+      if ( freeNumbers_.capacity() <= nodes_.size() ) {
+         freeNumbers_.reserve( 2 * nodes_.size() + 1 ); // so that giving a number back cannot fail
+      }
+      if ( freeNumbers_.empty() ) {
+         node->number = nextNumber_++;
+      } else {
+         node->number = freeNumbers_.back();
+         freeNumbers_.pop_back();
+      }
+      return NodeEntry{ &entity, std::move( node ) };
+   } );
+   return *at->value;
+}
+
+// Whether an entity is below the root, or below what the stream follows outside.
+bool BatchWriter::belongs( const Entity & entity ) const noexcept
+{
+   for ( const Entity * e = &entity; e; e = e->parent() ) {
+      if ( e == root_.get() ) {
+         return true;
+      }
+      if ( const Node * const node = find( *e ); node && node->outside ) {
+         return true;
+      }
+   }
+   return false;
+}
+
+// The entity of `top` left the tree, with all below it. What a written reference still leads to stays.
+void BatchWriter::drop( Node & top ) noexcept
+{
+   top.unlink();
+   Node * pending = &top; // linked through `after`
+   while ( pending ) {
+      Node & node = *pending;
+      pending = node.after;
+      node.after = nullptr;
+      if ( node.references != 0 ) {
+         node.outside = true;
+         node.left = true;
+         keepOutside( node );
+         becameDirty( node );
+         continue;
+      }
+      while ( Node * const child = node.firstChild ) {
+         child->unlink();
+         child->after = pending;
+         pending = child;
+      }
+      releaseReferences( node );
+      erase( node );
+   }
+}
+
+void BatchWriter::keepOutside( Node & node ) noexcept
+{
+   try {
+      outside_.push_back( &node );
+   } catch ( const std::bad_alloc & ) {
+      noteLost(); // the whole tree finds it again
+   }
+}
+
+void BatchWriter::erase( Node & node ) noexcept
+{
+   while ( Node * const child = node.firstChild ) {
+      drop( *child );
+   }
+   becameClean( node );
+   if ( node.outside ) {
+      std::erase( outside_, &node );
+   }
+   freeNumbers_.push_back( node.number ); // has room: see nodeOf
+   nodes_.take( node.entity );
+}
+
+// The references that the node's entity was written with do not count any more.
+void BatchWriter::releaseReferences( Node & node ) noexcept
+{
+   const auto release = [ this ]( const Entity * target ) {
+      Node * const found = target ? find( *target ) : nullptr;
+      if ( found && found->references != 0 ) {
+         --found->references;
+      }
+   };
+   const auto attributes = node.entity->typeData().attributes();
+   for ( std::size_t i = 0; i != attributes.size(); ++i ) {
+      const AttributeRow & row = attributes[ i ].row();
+      if ( row.reference ) {
+         release( referred( *node.entity, row ) );
+      } else if ( row.kind == AttributeKind::references ) {
+         const DirtyKeys * const changed = node.changedKeys( i );
+         row.collection->each( storageOf( *node.entity, row ),
+               [ & ]( const void * key, const void * pointer ) {
+                  if ( !changed || !changed->contains( key ) ) {
+                     release( row.collection->pointee( pointer ) );
+                  }
+                  return true;
+               } );
+      }
+   }
+}
+
+void BatchWriter::becameDirty( Node & node ) noexcept
+{
+   if ( node.inDirtyList ) {
+      return;
+   }
+   const bool first = !hasChanges();
+   node.inDirtyList = true;
+   node.dirtyAfter = firstDirty_;
+   node.dirtyBefore = nullptr;
+   if ( firstDirty_ ) {
+      firstDirty_->dirtyBefore = &node;
+   }
+   firstDirty_ = &node;
+   if ( first && onPending_ ) {
+      onPending_();
+   }
+}
+
+void BatchWriter::becameClean( Node & node ) noexcept
+{
+   if ( !node.inDirtyList ) {
+      return;
+   }
+   ( node.dirtyBefore ? node.dirtyBefore->dirtyAfter : firstDirty_ ) = node.dirtyAfter;
+   if ( node.dirtyAfter ) {
+      node.dirtyAfter->dirtyBefore = node.dirtyBefore;
+   }
+   node.inDirtyList = false;
+}
+
+// A change could not be noted: the next batch is the whole tree.
+void BatchWriter::noteLost() noexcept
+{
+   const bool first = !hasChanges();
+   whole_ = true;
+   if ( first && onPending_ ) {
+      onPending_();
+   }
+}
+
+// Nodes outside that no written reference leads to any more. Each round may free others.
+void BatchWriter::sweepOutside() noexcept
+{
+   for ( bool again = true; again; ) {
+      const auto loose = std::find_if( outside_.begin(), outside_.end(),
+            []( const Node * node ) { return node->references == 0; } );
+      again = loose != outside_.end();
+      if ( again ) {
+         Node & node = **loose;
+         outside_.erase( loose );
+         drop( node );
+      }
+   }
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,93 @@
+// The writer of a change stream.
+//
+// Every entity of the tree that has been written has a node: a FlowOut that notes its changes, with the number
+// under which the reader knows the entity. Nodes are made when an entity is first written, not when it comes
+// into being, so that a change of a child that the reader does not know yet costs nothing. A node is dropped as
+// soon as its entity leaves the tree, unless a reference that was written still leads to it: then it stays, as
+// the root of what the stream calls outside.
+#pragma once
+
+#include "Vok/Entity.h"
+#include "Vok/FlowOut.h"
+#include "Vok/HashMap2018.h"
+#include "Vok/NboAttrLog.h"
+#include "Vok/detail/StreamType.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Vok::Detail {
+
+class BatchWriter {
+ public:
+   explicit BatchWriter( const Corvo::Ptr< Entity > & root );
+   BatchWriter( const BatchWriter & ) = delete;
+   BatchWriter & operator=( const BatchWriter & ) = delete;
+   ~BatchWriter();
+
+   bool hasChanges() const noexcept { return whole_ || firstDirty_; }
+   void write( NboAttrLog::Out & out );
+   void resync() noexcept { whole_ = true; }
+   void onPending( std::function< void() > f ) { onPending_ = std::move( f ); }
+
+ private:
+   class Node;
+
+   // Nodes.
+   Node * find( const Entity & entity ) const noexcept;
+   Node & nodeOf( const Entity & entity, Node * parent );
+   bool belongs( const Entity & entity ) const noexcept;
+   void drop( Node & top ) noexcept;
+   void erase( Node & node ) noexcept;
+   void keepOutside( Node & node ) noexcept;
+   void releaseReferences( Node & node ) noexcept;
+   void becameDirty( Node & node ) noexcept;
+   void becameClean( Node & node ) noexcept;
+   void noteLost() noexcept;
+   void sweepOutside() noexcept;
+
+   // Writing.
+   void writeWhole();
+   void writeChanges();
+   void writeQueue();
+   void writeNode( Node & node );
+   void writeChangesOf( Node & node );
+   bool writeInitial( const Entity & entity, const WrittenRow & written );
+   void writeValue( const Entity & entity, const WrittenRow & written );
+   void writeMembers( Node & node, const WrittenRow & written );
+   void writeChangedMembers( Node & node, const WrittenRow & written );
+   void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
+   void writeChild( Node & parent, const AttributeRow & row, const Entity & child );
+   void writeArguments( const Entity & entity );
+   std::uint64_t referenceNumber( const Entity & target );
+   std::uint64_t typeIndex( const TypeData & type );
+   void describeTypes( NboAttrLog::Out & out );
+   void finish( NboAttrLog::Out & out, std::size_t start );
+   std::size_t beginPayload( std::uint8_t mode );
+   void endPayload( std::size_t start );
+
+   Corvo::Ptr< Entity > root_;
+   std::uint64_t stream_;
+   std::uint64_t written_ = 0; // batches
+   bool whole_ = true;
+   std::function< void() > onPending_;
+
+   using NodeEntry = MapNode< const Entity *, std::unique_ptr< Node > >;
+   HashMap2018< NodeEntry, const Entity *, std::unique_ptr< Node > > nodes_;
+   Node * firstDirty_ = nullptr;
+   std::vector< Node * > outside_;
+   std::uint64_t nextNumber_ = 0;
+   std::vector< std::uint64_t > freeNumbers_;
+
+   std::vector< std::unique_ptr< WrittenType > > types_;
+   std::size_t described_ = 0; // types that the reader knows
+
+   NboAttrLog::Out body_;
+   NboAttrLog::Out scratch_;
+   std::vector< Node * > queue_; // nodes to be written whole
+};
+
+} // namespace Vok::Detail

@@ -1,0 +1,376 @@
+// How a writer puts its tree, or what changed of it, into a batch.
+#include "Vok/detail/BatchNode.h"
+#include "Vok/detail/BatchWriter.h"
+
+#include "Vok/TypeData.h"
+#include "Vok/detail/BatchFormat.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Hash.h"
+#include "Vok/detail/Storage.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace Vok::Detail {
+
+namespace {
+
+void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kind )
+{
+   out.putVarint( number * 4 + static_cast< unsigned >( kind ) );
+}
+
+// Behind the value of a fixed size stands the next; any other is preceded by its length.
+void putSized( NboAttrLog::Out & out, NboAttrLog::Out & scratch, const ValueOps & ops, const void * value )
+{
+   if ( ops.fixedLogSize != 0 ) {
+      ops.encode( out, value );
+      return;
+   }
+   scratch.clear();
+   ops.encode( scratch, value );
+   out.putVarint( scratch.size() );
+   out.putBytes( scratch.data(), scratch.size() );
+}
+
+} // namespace
+
+void BatchWriter::write( NboAttrLog::Out & out )
+{
+   if ( !hasChanges() ) {
+      return;
+   }
+   const std::size_t start = out.size();
+   ++written_;
+   body_.clear();
+   queue_.clear();
+   try {
+      if ( whole_ ) {
+         writeWhole();
+      } else {
+         writeChanges();
+      }
+      finish( out, start );
+   } catch ( ... ) {
+      out.truncate( start );
+      --written_;
+      whole_ = true; // nodes may have been made and counted that no reader knows
+      throw;
+   }
+   while ( firstDirty_ ) {
+      firstDirty_->written();
+      becameClean( *firstDirty_ );
+   }
+   whole_ = false;
+   described_ = types_.size();
+   sweepOutside();
+}
+
+void BatchWriter::writeWhole()
+{
+   types_.clear();
+   described_ = 0;
+   outside_.clear();
+   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
+      cursor.node()->value->forget();
+   }
+   Node & root = nodeOf( *root_, nullptr );
+   root.known = written_;
+   queue_.push_back( &root );
+   typeIndex( root_->typeData() );
+   writeArguments( *root_ );
+   writeQueue();
+   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
+      if ( Node * const node = cursor.node()->value.get(); node->known == 0 ) {
+         erase( *node ); // followed once, and no part of what the reader knows now
+      }
+   }
+}
+
+void BatchWriter::writeChanges()
+{
+   for ( Node * node = firstDirty_; node; node = node->dirtyAfter ) {
+      writeChangesOf( *node );
+   }
+   writeQueue();
+}
+
+// Entities that the batch introduces, parents before their children.
+void BatchWriter::writeQueue()
+{
+   for ( std::size_t i = 0; i != queue_.size(); ++i ) {
+      writeNode( *queue_[ i ] );
+   }
+}
+
+void BatchWriter::writeNode( Node & node )
+{
+   const Entity & entity = *node.entity;
+   const std::size_t start = body_.size();
+   const bool outside = node.outside;
+   putHead( body_, node.number, outside ? Batch::RecordKind::outside : Batch::RecordKind::whole );
+   const std::uint64_t index = typeIndex( entity.typeData() );
+   body_.putVarint( index );
+   if ( outside ) {
+      body_.putVarint( node.birth );
+      writeArguments( entity );
+   }
+   bool any = outside || &entity == root_.get();
+   for ( std::size_t i = 0; i != types_[ index ]->rows.size(); ++i ) {
+      const WrittenRow & written = types_[ index ]->rows[ i ];
+      const std::size_t before = body_.size();
+      body_.putVarint( i + 1 );
+      if ( written.row->collection ) {
+         writeMembers( node, written );
+      } else if ( !writeInitial( entity, written ) ) {
+         body_.truncate( before );
+         continue;
+      }
+      if ( written.row->collection && written.row->collection->size( storageOf( entity, *written.row ) ) == 0 ) {
+         body_.truncate( before );
+         continue;
+      }
+      any = true;
+   }
+   if ( any ) {
+      body_.putVarint( 0 );
+   } else {
+      body_.truncate( start ); // all at their defaults: no record needed
+   }
+}
+
+// Writes a plain or optional attribute unless it is at its default.
+bool BatchWriter::writeInitial( const Entity & entity, const WrittenRow & written )
+{
+   const AttributeRow & row = *written.row;
+   const void * const storage = storageOf( entity, row );
+   if ( written.initial && !row.storage && row.value->equal( storage, written.initial->data() ) ) {
+      return false;
+   }
+   if ( written.initial && row.storage ) {
+      OwnedValue value( *row.value );
+      row.storage->load( storage, value.data() );
+      if ( row.value->equal( value.data(), written.initial->data() ) ) {
+         return false;
+      }
+   }
+   writeValue( entity, written );
+   return true;
+}
+
+void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written )
+{
+   const AttributeRow & row = *written.row;
+   const void * const storage = storageOf( entity, row );
+   if ( row.storage ) {
+      OwnedValue value( *row.value );
+      row.storage->load( storage, value.data() );
+      putSized( body_, scratch_, *row.value, value.data() );
+   } else {
+      putSized( body_, scratch_, *row.value, storage );
+   }
+}
+
+std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+{
+   const std::size_t start = body_.size();
+   body_.put( std::uint32_t{ 0 } );
+   body_.put( mode );
+   return start;
+}
+
+void BatchWriter::endPayload( std::size_t start )
+{
+   const std::size_t size = body_.size() - start - sizeof( std::uint32_t );
+   if ( size > std::numeric_limits< std::uint32_t >::max() ) {
+      throw NboAttrLog::Exception( "a collection is too large for a batch" );
+   }
+   body_.patch32( start, static_cast< std::uint32_t >( size ) );
+}
+
+// All members, as a reader that has none needs them.
+void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
+{
+   const AttributeRow & row = *written.row;
+   const std::size_t payload = beginPayload( Batch::wholeMode );
+   row.collection->each( storageOf( *node.entity, row ), [ & ]( const void * key, const void * value ) {
+      if ( holdsEntities( row ) ) {
+         body_.put( static_cast< std::uint8_t >( MemberOp::put ) );
+      }
+      writeMember( node, row, key, value );
+      return true;
+   } );
+   endPayload( payload );
+}
+
+void BatchWriter::writeMember(
+      Node & node, const AttributeRow & row, const void * key, const void * value )
+{
+   if ( row.kind == AttributeKind::references ) {
+      body_.putVarint( referenceNumber( *row.collection->pointee( value ) ) );
+   } else if ( holdsEntities( row ) ) {
+      writeChild( node, row, *row.collection->pointee( value ) );
+   } else {
+      if ( row.keyField.empty() ) {
+         row.key->encode( body_, key );
+      }
+      if ( row.kind == AttributeKind::map ) {
+         row.value->encode( body_, value );
+      }
+   }
+}
+
+void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity & child )
+{
+   Node & node = nodeOf( child, nullptr );
+   if ( node.parent != &parent ) {
+      node.unlink();
+      node.adoptedBy( parent );
+   }
+   if ( node.outside ) {
+      node.outside = false;
+      std::erase( outside_, &node );
+   }
+   if ( node.birth == 0 ) {
+      node.birth = written_;
+   }
+   if ( node.known == 0 ) {
+      node.known = written_;
+      queue_.push_back( &node );
+   }
+   body_.putVarint( node.number );
+   body_.putVarint( node.birth );
+   writeArguments( child );
+}
+
+void BatchWriter::writeArguments( const Entity & entity )
+{
+   NboAttrLog::Out args;
+   for ( const AttributeRow * row : types_[ typeIndex( entity.typeData() ) ]->arguments ) {
+      if ( row->reference ) {
+         const Entity * const target = referred( entity, *row );
+         args.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
+      } else if ( row->identity && !row->fromName ) {
+         row->value->encode( args, &entity.name() );
+      } else {
+         row->value->encode( args, storageOf( entity, *row ) );
+      }
+   }
+   body_.putVarint( args.size() );
+   body_.putBytes( args.data(), args.size() );
+}
+
+// The number of a referred entity. One of the tree that no batch has introduced is introduced by its parent
+// in this one; one outside the tree by a record of its own.
+std::uint64_t BatchWriter::referenceNumber( const Entity & target )
+{
+   Node & node = nodeOf( target, nullptr );
+   if ( node.known == 0 && !belongs( target ) ) {
+      node.outside = true;
+      node.known = written_;
+      node.birth = node.birth == 0 ? written_ : node.birth;
+      queue_.push_back( &node );
+      outside_.push_back( &node );
+   }
+   ++node.references;
+   return node.number;
+}
+
+void BatchWriter::writeChangesOf( Node & node )
+{
+   const Entity & entity = *node.entity;
+   if ( node.known == written_ ) {
+      return; // introduced by this batch, and written whole
+   }
+   putHead( body_, node.number, node.left ? Batch::RecordKind::left : Batch::RecordKind::change );
+   const std::uint64_t index = typeIndex( entity.typeData() );
+   body_.putVarint( index );
+   for ( std::size_t i = 0; i != types_[ index ]->rows.size(); ++i ) {
+      const WrittenRow & written = types_[ index ]->rows[ i ];
+      if ( node.changed( written.index ) ) {
+         body_.putVarint( i + 1 );
+         if ( written.row->collection ) {
+            writeChangedMembers( node, written );
+         } else {
+            writeValue( entity, written );
+         }
+      }
+   }
+   body_.putVarint( 0 );
+}
+
+void BatchWriter::writeChangedMembers( Node & node, const WrittenRow & written )
+{
+   const AttributeRow & row = *written.row;
+   const void * const collection = storageOf( *node.entity, row );
+   const std::size_t payload = beginPayload( Batch::deltaMode );
+   const auto writeKey = [ & ]( const void * key ) {
+      const void * const value = row.collection->find( collection, key );
+      if ( value && row.kind != AttributeKind::references && holdsEntities( row ) ) {
+         const Node * const child = find( *row.collection->pointee( value ) );
+         if ( child && child->known != 0 && child->parent == &node ) {
+            return; // the reader has it
+         }
+      }
+      body_.put( static_cast< std::uint8_t >( value ? MemberOp::put : MemberOp::del ) );
+      if ( value ) {
+         writeMember( node, row, key, value );
+      } else if ( key ) {
+         row.key->encode( body_, key );
+      }
+   };
+   if ( row.kind == AttributeKind::child ) {
+      writeKey( nullptr );
+   } else if ( const DirtyKeys * const keys = node.changedKeys( written.index ) ) {
+      keys->each( writeKey );
+   }
+   endPayload( payload );
+}
+
+// ---- Types and frame --------------------------------------------------------------------------
+
+std::uint64_t BatchWriter::typeIndex( const TypeData & type )
+{
+   for ( std::size_t i = 0; i != types_.size(); ++i ) {
+      if ( types_[ i ]->type == &type ) {
+         return i;
+      }
+   }
+   types_.push_back( std::make_unique< WrittenType >( type ) );
+   return types_.size() - 1;
+}
+
+void BatchWriter::describeTypes( NboAttrLog::Out & out )
+{
+   // Describing a type may number further ones: those of its children.
+   NboAttrLog::Out descriptions;
+   for ( std::size_t i = described_; i != types_.size(); ++i ) {
+      types_[ i ]->describe(
+            descriptions, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
+   }
+   out.putVarint( types_.size() - described_ );
+   out.putBytes( descriptions.data(), descriptions.size() );
+}
+
+void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start )
+{
+   out.reserve( Batch::headerSize + body_.size() + 64 );
+   out.put( Batch::magic );
+   out.put( Batch::version );
+   out.put( whole_ ? Batch::wholeFlag : std::uint8_t{ 0 } );
+   const std::size_t lengthAt = out.size();
+   out.put( std::uint32_t{ 0 } );
+   out.put( stream_ );
+   out.putVarint( written_ );
+   describeTypes( out );
+   out.putBytes( body_.data(), body_.size() );
+   const std::size_t length = out.size() - start + Batch::checksumSize;
+   if ( length > std::numeric_limits< std::uint32_t >::max() ) {
+      throw NboAttrLog::Exception( "a batch of " + std::to_string( length ) + " bytes is too large" );
+   }
+   out.patch32( lengthAt, static_cast< std::uint32_t >( length ) );
+   out.put( checksum64( out.data() + start, out.size() - start ) );
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,75 @@
+// Words out of unaligned bytes, and the comparison of short byte strings without a call.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace Vok::Detail {
+
+// The bytes at `from` as a word in the machine's own order.
+template< class Word >
+inline Word loadNative( const void * from ) noexcept
+{
+   Word word;
+   std::memcpy( &word, from, sizeof word );
+   return word;
+}
+
+// The bytes at `from` as a word whose lowest byte stands first: the same on every machine.
+inline std::uint64_t loadLittle64( const void * from ) noexcept
+{
+   const auto word = loadNative< std::uint64_t >( from );
+   return std::endian::native == std::endian::little ? word : __builtin_bswap64( word );
+}
+
+inline std::uint32_t loadLittle32( const void * from ) noexcept
+{
+   const auto word = loadNative< std::uint32_t >( from );
+   return std::endian::native == std::endian::little ? word : __builtin_bswap32( word );
+}
+
+// Copies fewer than 16 bytes. Two overlapping moves of one fixed size cover every length.
+inline void copyShort( char * to, const char * from, std::size_t size ) noexcept
+{
+   if ( size >= 8 ) {
+      const auto last = loadNative< std::uint64_t >( from + size - 8 );
+      std::memcpy( to, from, 8 );
+      std::memcpy( to + size - 8, &last, 8 );
+   } else if ( size >= 4 ) {
+      const auto last = loadNative< std::uint32_t >( from + size - 4 );
+      std::memcpy( to, from, 4 );
+      std::memcpy( to + size - 4, &last, 4 );
+   } else if ( size > 0 ) {
+      const char middle = from[ size / 2 ];
+      const char last = from[ size - 1 ];
+      to[ 0 ] = from[ 0 ];
+      to[ size / 2 ] = middle;
+      to[ size - 1 ] = last;
+   }
+}
+
+// Whether two byte strings of the same length are equal. Keys are short: up to 16 bytes are
+// compared in place by overlapping words.
+inline bool equalBytes( const char * a, const char * b, std::size_t size ) noexcept
+{
+   if ( size > 16 ) {
+      return std::memcmp( a, b, size ) == 0;
+   }
+   if ( size >= 8 ) {
+      const auto differing = ( loadNative< std::uint64_t >( a ) ^ loadNative< std::uint64_t >( b ) ) |
+            ( loadNative< std::uint64_t >( a + size - 8 ) ^
+                  loadNative< std::uint64_t >( b + size - 8 ) );
+      return differing == 0;
+   }
+   if ( size >= 4 ) {
+      const auto differing = ( loadNative< std::uint32_t >( a ) ^ loadNative< std::uint32_t >( b ) ) |
+            ( loadNative< std::uint32_t >( a + size - 4 ) ^
+                  loadNative< std::uint32_t >( b + size - 4 ) );
+      return differing == 0;
+   }
+   return size == 0 || ( a[ 0 ] == b[ 0 ] && a[ size / 2 ] == b[ size / 2 ] && a[ size - 1 ] == b[ size - 1 ] );
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,78 @@
+// The notes of a FlowOut.
+#include "Vok/detail/DirtyState.h"
+
+#include "Vok/TypeData.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/StreamOps.h"
+
+#include <algorithm>
+
+namespace Vok::Detail {
+
+DirtyState::DirtyState( const TypeData & type ) : type_( &type )
+{
+   if ( const std::size_t count = wordCount(); count > 1 ) {
+      many_ = std::make_unique< std::uint64_t[] >( count );
+   }
+}
+
+DirtyState::~DirtyState() = default;
+
+std::size_t DirtyState::wordCount() const noexcept
+{
+   return ( type_->attributes().size() + 63 ) / 64;
+}
+
+// An entity's attributes are numbered without gaps from 258, behind its name where that is listed.
+std::size_t DirtyState::indexOf( const TypeData & type, AttrId id ) noexcept
+{
+   const auto attributes = type.attributes();
+   const std::size_t named = attributes.front().id() < 258 ? 1 : 0;
+   return id < 258 ? 0 : id - 258 + named;
+}
+
+bool DirtyState::note( const Corvo::Change & change )
+{
+   const std::size_t index = indexOf( *type_, change.attrId );
+   const AttributeRow & row = type_->attributes()[ index ].row();
+   bool fresh = false;
+   if ( row.collection && row.collection->stream->dirtyKeys ) {
+      auto set = std::find_if( keySets_.begin(), keySets_.end(),
+            [ index ]( const KeySet & s ) { return s.index == index; } );
+      if ( set == keySets_.end() ) {
+         keySets_.push_back( { index, row.collection->stream->dirtyKeys() } );
+         set = keySets_.end() - 1;
+      }
+      fresh = set->keys->add( change.keyAddress() );
+      keyCount_ += fresh ? 1 : 0;
+   }
+   std::uint64_t & word = words()[ index / 64 ];
+   const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;
+   fresh = fresh || ( word & bit ) == 0;
+   word |= bit;
+   return fresh;
+}
+
+bool DirtyState::any() const noexcept
+{
+   return std::any_of( words(), words() + wordCount(), []( std::uint64_t w ) { return w != 0; } );
+}
+
+const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
+{
+   for ( const KeySet & set : keySets_ ) {
+      if ( set.index == index && set.keys->size() != 0 ) {
+         return set.keys.get();
+      }
+   }
+   return nullptr;
+}
+
+void DirtyState::clear() noexcept
+{
+   std::fill( words(), words() + wordCount(), 0 );
+   keySets_.clear();
+   keyCount_ = 0;
+}
+
+} // namespace Vok::Detail

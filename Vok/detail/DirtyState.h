@@ -1,0 +1,63 @@
+// Which attributes and which keys of one entity changed since the last batch.
+#pragma once
+
+#include "Vok/Export.h"
+#include "Vok/Publisher.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Vok {
+
+class TypeData;
+
+namespace Detail {
+
+class DirtyKeys;
+
+/// A bit per attribute, and for each collection that has any the set of its changed keys. Attributes are
+/// counted as the type's table lists them.
+class VOK_EXPORT DirtyState {
+ public:
+   explicit DirtyState( const TypeData & type );
+   ~DirtyState();
+
+   /// Takes note of a change; whether it was a new one. Throws std::bad_alloc, and then nothing is noted.
+   bool note( const Corvo::Change & change );
+
+   bool any() const noexcept;
+   bool hasKeys() const noexcept { return keyCount_ != 0; }
+   bool attribute( std::size_t index ) const noexcept
+   {
+      return ( words()[ index / 64 ] >> index % 64 & 1 ) != 0;
+   }
+
+   /// The changed keys of a collection; null where there are none.
+   const DirtyKeys * keys( std::size_t index ) const noexcept;
+
+   void clear() noexcept;
+
+   /// The number of an attribute in the table of its type.
+   static std::size_t indexOf( const TypeData & type, AttrId id ) noexcept;
+
+ private:
+   struct KeySet {
+      std::size_t index;
+      std::unique_ptr< DirtyKeys > keys;
+   };
+
+   const std::uint64_t * words() const noexcept { return many_ ? many_.get() : &one_; }
+   std::uint64_t * words() noexcept { return many_ ? many_.get() : &one_; }
+   std::size_t wordCount() const noexcept;
+
+   const TypeData * type_;
+   std::uint64_t one_ = 0;                   // the bits of a type of at most 64 attributes
+   std::unique_ptr< std::uint64_t[] > many_; // those of a larger one
+   std::vector< KeySet > keySets_;
+   std::size_t keyCount_ = 0;
+};
+
+} // namespace Detail
+} // namespace Vok

@@ -1,0 +1,104 @@
+// One iteration over a hash table that may change meanwhile. Part of HashTable.h.
+#pragma once
+
+#include "Vok/detail/HashTable.h"
+
+namespace Vok::Detail {
+
+template< class Node, class Lanes >
+class HashTable< Node, Lanes >::Cursor : private TableCursor {
+ public:
+   // Stands on the first node.
+   explicit Cursor( const HashTable & map ) noexcept
+   {
+      if ( map.size() > 0 ) {
+         attach( map.table_ );
+         next();
+      }
+   }
+
+   // Null at the end, and where the node that the cursor stood on has been deleted.
+   const Node * node() const noexcept
+   {
+      if ( !standing ) {
+         return nullptr;
+      }
+      return byKey ? found( bound - 1 ) : nodesOf( table ) + bound - 1;
+   }
+
+   // The node that the cursor stands on.
+   const Node & operator*() const noexcept {
+      return byKey ? *found( bound - 1 ) : nodesOf( table )[ bound - 1 ];
+   }
+
+   bool atEnd() const noexcept { return table == nullptr; }
+
+   void next() noexcept
+   {
+      if ( byKey ) {
+         nextKey();
+      } else if ( table != nullptr ) {
+         const std::size_t slot = nextOccupied( table, bound );
+         if ( slot < table->slots ) {
+            bound = slot + 1;
+            standing = true;
+         } else {
+            detach();
+         }
+      }
+   }
+
+   // Prepares for the loss of all positions: copies the keys still to be seen. Throws what the
+   // copying throws, and the cursor is as it was.
+   void keepKeys()
+   {
+      if ( byKey ) {
+         return;
+      }
+      auto keys = std::make_shared< std::vector< Key > >();
+      keys->reserve( table->size );
+      const std::size_t from = standing ? bound - 1 : bound;
+      for ( std::size_t slot = nextOccupied( table, from ); slot < table->slots;
+            slot = nextOccupied( table, slot + 1 ) ) {
+         keys->push_back( nodesOf( table )[ slot ].fwkKey() );
+      }
+      keys_ = std::move( keys );
+      bound = standing ? 1 : 0;
+      byKey = true;
+   }
+
+   // The same for all cursors on a table; where one throws, some may have changed over already.
+   static void keepAllKeys( TableHeader & table )
+   {
+      for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
+         static_cast< Cursor * >( cursor )->keepKeys();
+      }
+   }
+
+ private:
+   const Node * found( std::size_t index ) const noexcept
+   {
+      HashTable map;
+      map.table_ = table; // lent for one lookup
+      const Node * const node = map.find( ( *keys_ )[ index ] );
+      map.table_ = nullptr;
+      return node;
+   }
+
+   void nextKey() noexcept
+   {
+      standing = false;
+      while ( table != nullptr && !standing ) {
+         if ( bound == keys_->size() ) {
+            detach();
+         } else {
+            standing = found( bound ) != nullptr;
+            ++bound;
+         }
+      }
+   }
+
+   std::shared_ptr< const std::vector< Key > > keys_;
+};
+
+} // namespace Vok::Detail

@@ -1,0 +1,78 @@
+// Committing staged changes and telling of them.
+#include "Vok/detail/PendingTell.h"
+
+#include <exception>
+
+namespace Vok::Detail {
+
+PendingTell::~PendingTell()
+{
+   for ( Entry & entry : entries_ ) {
+      letGo( entry );
+   }
+}
+
+void PendingTell::add( std::unique_ptr< Staged > change, Entity & owner, AttrId id )
+{
+   if ( change ) {
+      change->owner = Corvo::Ptr< Entity >( &owner );
+      change->id = id;
+      entries_.push_back( { std::move( change ) } );
+   }
+}
+
+void PendingTell::hold( Entry & entry ) noexcept
+{
+   Corvo::Publisher & publisher = entry.change->owner->publisher();
+   if ( publisher.hasNotifiee() ) {
+      entry.held = true;
+      entry.upTo = publisher.list_->used;
+      ++publisher.list_->depth;
+   }
+}
+
+void PendingTell::letGo( Entry & entry ) noexcept
+{
+   if ( entry.held ) {
+      Corvo::Publisher & publisher = entry.change->owner->publisher();
+      entry.held = false;
+      --publisher.list_->depth;
+      publisher.compact();
+   }
+}
+
+void PendingTell::commit() noexcept
+{
+   for ( Entry & entry : entries_ ) {
+      entry.change->commit();
+      hold( entry );
+   }
+}
+
+void PendingTell::tell()
+{
+   std::exception_ptr first;
+   for ( Entry & entry : entries_ ) {
+      if ( !entry.held ) {
+         continue;
+      }
+      Staged & change = *entry.change;
+      const auto tellOne = [ & ]( AnyValue key, AnyValue oldValue ) {
+         try {
+            change.owner->publisher().tell(
+                  Corvo::Change( *change.owner, change.id, key, oldValue ), entry.upTo );
+         } catch ( ... ) {
+            if ( !first ) {
+               first = std::current_exception();
+            }
+         }
+      };
+      change.notify( tellOne );
+      letGo( entry );
+   }
+   if ( first ) {
+      std::rethrow_exception( first );
+   }
+}
+
+} // namespace Vok::Detail

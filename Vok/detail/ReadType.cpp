@@ -1,0 +1,169 @@
+// Reading descriptions of types.
+#include "Vok/detail/ReadType.h"
+
+#include "Vok/ModuleInspectData.h"
+#include "Vok/detail/BatchFormat.h"
+#include "Vok/detail/StreamType.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace Vok::Detail {
+
+namespace {
+
+// What a stream may describe at most. Descriptions are kept before the batch is known to be good, and each
+// takes more memory than bytes: a hostile stream must not make that much.
+constexpr std::size_t mostTypes = 256;
+constexpr std::size_t mostUnknownRows = 256;
+
+using NboAttrLog::Exception;
+using NboAttrLog::In;
+
+std::string_view getText( In & in )
+{
+   const std::uint64_t size = in.getVarint();
+   if ( size > in.remaining() ) {
+      throw Exception( "a name in a batch is cut short" );
+   }
+   const auto bytes = in.getBytes( static_cast< std::size_t >( size ) );
+   return { reinterpret_cast< const char * >( bytes.data() ), bytes.size() };
+}
+
+[[noreturn]] void incompatible( std::string_view type, std::string_view member, const char * what )
+{
+   std::string message( type );
+   if ( !member.empty() ) {
+      message.append( "::" ).append( member );
+   }
+   throw Exception( message.append( ": " ).append( what ) );
+}
+
+std::uint32_t getNumber( In & in )
+{
+   const std::uint64_t number = in.getVarint();
+   if ( number > std::numeric_limits< std::uint32_t >::max() ) {
+      throw Exception( "a number in the description of a type is too large" );
+   }
+   return static_cast< std::uint32_t >( number );
+}
+
+void readArguments( In & in, ReadType & type )
+{
+   const std::uint32_t count = getNumber( in );
+   if ( type.own && count != type.own->constructorArguments().size() ) {
+      incompatible( type.name, {}, "the writer's constructor takes other arguments" );
+   }
+   for ( std::uint32_t i = 0; i != count; ++i ) {
+      const std::string_view name = getText( in );
+      const std::string_view typeName = getText( in );
+      const auto flags = in.get< std::uint8_t >();
+      const auto layout = in.get< std::uint64_t >();
+      ReadArgument argument;
+      argument.reference = ( flags & Batch::referenceArgument ) != 0;
+      if ( type.own ) {
+         argument.own = &type.own->constructorArguments()[ i ].row();
+         const AttributeRow & own = *argument.own;
+         const bool same = own.name == name && own.typeName == typeName &&
+               own.reference == argument.reference &&
+               ( own.reference ? layout == 0 : layout == layoutOf( typeName ) );
+         if ( !same ) {
+            incompatible( type.name, name, "the writer's constructor argument is another" );
+         }
+         type.arguments.push_back( argument );
+      }
+   }
+}
+
+void reconcile( const ReadType & type, const ReadRow & row, std::string_view typeName,
+      std::string_view keyTypeName, std::uint64_t layout, std::uint64_t keyLayout )
+{
+   const AttributeRow & own = *row.own;
+   if ( own.kind != row.kind ) {
+      incompatible( type.name, row.name, "the writer's attribute is of another kind" );
+   }
+   if ( own.typeName != typeName || ( !holdsEntities( own ) && layout != layoutOf( typeName ) ) ) {
+      incompatible( type.name, row.name, "the writer's attribute is of another type" );
+   }
+   if ( own.keyTypeName != keyTypeName ||
+         ( !keyTypeName.empty() && keyLayout != layoutOf( keyTypeName ) ) ) {
+      incompatible( type.name, row.name, "the writer's collection has another key" );
+   }
+   if ( !own.collection && row.fixedSize != own.value->fixedLogSize ) {
+      incompatible( type.name, row.name, "the writer's attribute has another size" );
+   }
+}
+
+void readInitial( In & in, ReadRow & row )
+{
+   const std::uint64_t size = in.getVarint();
+   if ( size > in.remaining() ) {
+      throw Exception( "a default in a batch is cut short" );
+   }
+   In initial( in.getBytes( static_cast< std::size_t >( size ) ) );
+   const bool plain = row.kind == AttributeKind::plain || row.kind == AttributeKind::optional;
+   if ( row.own && plain ) {
+      row.initial.emplace( *row.own->value );
+      row.own->value->decode( initial, row.initial->data() );
+      if ( initial.remaining() != 0 ) {
+         throw Exception( "a default in a batch is longer than its value" );
+      }
+   }
+}
+
+ReadRow readRow( In & in, const ReadType & type )
+{
+   getNumber( in ); // the writer's attribute id: names are what both sides share
+   ReadRow row;
+   const auto kind = in.get< std::uint8_t >();
+   if ( kind > static_cast< std::uint8_t >( AttributeKind::references ) ) {
+      throw Exception( "the description of a type names no such kind of attribute" );
+   }
+   row.kind = static_cast< AttributeKind >( kind );
+   row.name = Corvo::String( getText( in ) );
+   const std::string_view typeName = getText( in );
+   const std::string_view keyTypeName = getText( in );
+   const auto layout = in.get< std::uint64_t >();
+   const auto keyLayout = in.get< std::uint64_t >();
+   row.fixedSize = getNumber( in );
+   row.memberType = getNumber( in );
+   const AttributeData * const own = type.own ? type.own->attribute( row.name.view() ) : nullptr;
+   if ( own && isStreamed( own->row() ) ) {
+      row.own = &own->row();
+      reconcile( type, row, typeName, keyTypeName, layout, keyLayout );
+   }
+   readInitial( in, row );
+   return row;
+}
+
+} // namespace
+
+void readTypes( In & in, ReadTypes & types )
+{
+   std::size_t unknownRows = 0;
+   const std::uint64_t count = in.getVarint();
+   if ( count > mostTypes - std::min( types.size(), mostTypes ) ) {
+      throw Exception( "a stream describes more than " + std::to_string( mostTypes ) + " types" );
+   }
+   for ( std::uint64_t i = 0; i != count; ++i ) {
+      const auto type = std::make_shared< ReadType >();
+      type->name = Corvo::String( getText( in ) );
+      getText( in ); // module and fingerprint: for whoever looks into a stream
+      in.get< std::uint64_t >();
+      const TypeData * const own = Corvo::ModuleInspectData::findType( type->name.view() );
+      type->own = own && own->kind() == TypeKind::entity ? own : nullptr;
+      readArguments( in, *type );
+      for ( std::uint32_t rows = getNumber( in ); rows != 0; --rows ) {
+         type->rows.push_back( readRow( in, *type ) );
+         unknownRows += type->rows.back().own ? 0U : 1U;
+         const std::size_t known = own ? own->attributes().size() : 0;
+         if ( unknownRows > mostUnknownRows || type->rows.size() > known + mostUnknownRows ) {
+            throw Exception( "a stream describes too many attributes that this side does not know" );
+         }
+      }
+      types.push_back( type );
+   }
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,57 @@
+// A type as a stream describes it, held against the reader's own.
+#pragma once
+
+#include "Vok/NboAttrLog.h"
+#include "Vok/String.h"
+#include "Vok/TypeData.h"
+#include "Vok/detail/Tables.h"
+#include "Vok/detail/ValueOps.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace Vok::Detail {
+
+/// One attribute that the writer streams.
+struct ReadRow {
+   Corvo::String name;
+   const AttributeRow * own = nullptr;  ///< null: this side does not know it
+   std::optional< OwnedValue > initial; ///< what a fresh entity of the writer holds; of known ones without members
+   AttributeKind kind = AttributeKind::plain;
+   std::uint32_t fixedSize = 0;
+   std::uint32_t memberType = 0; ///< of children: the number of their type in the stream, plus 1
+
+   bool isCollection() const noexcept
+   {
+      return kind == AttributeKind::map || kind == AttributeKind::set || hasEntities();
+   }
+   bool hasEntities() const noexcept { return hasChildren() || kind == AttributeKind::references; }
+   bool hasChildren() const noexcept
+   {
+      return kind == AttributeKind::children || kind == AttributeKind::child;
+   }
+};
+
+struct ReadArgument {
+   const AttributeRow * own = nullptr;
+   bool reference = false;
+};
+
+/// One type of the stream. A type that this side lacks has no record, and neither have its arguments.
+struct ReadType {
+   Corvo::String name;
+   const TypeData * own = nullptr;
+   std::vector< ReadArgument > arguments;
+   std::vector< ReadRow > rows;
+};
+
+using ReadTypes = std::vector< std::shared_ptr< const ReadType > >;
+
+/// Reads the descriptions that a batch carries and appends them. Throws NboAttrLog::Exception for what is no
+/// description, and for a type whose definition cannot be reconciled with this side's, naming it.
+void readTypes( NboAttrLog::In & in, ReadTypes & types );
+
+} // namespace Vok::Detail

@@ -1,0 +1,140 @@
+// Describing types at the start of a stream.
+#include "Vok/detail/StreamType.h"
+
+#include "Vok/Entity.h"
+#include "Vok/ModuleInspectData.h"
+#include "Vok/detail/BatchFormat.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Hash.h"
+#include "Vok/detail/RowAccess.h"
+#include "Vok/detail/Storage.h"
+
+#include <string>
+
+namespace Vok::Detail {
+
+namespace {
+
+std::uint64_t mixed( std::uint64_t a, std::uint64_t b ) noexcept
+{
+   return multiplyFold( a ^ hashWords[ 4 ], b ^ hashWords[ 5 ] );
+}
+
+std::uint64_t hashed( std::string_view text ) noexcept
+{
+   return checksum64( reinterpret_cast< const std::byte * >( text.data() ), text.size() );
+}
+
+void putText( NboAttrLog::Out & out, std::string_view text )
+{
+   out.putVarint( text.size() );
+   out.putBytes( text.data(), text.size() );
+}
+
+} // namespace
+
+bool isStreamed( const AttributeRow & row ) noexcept
+{
+   switch ( row.kind ) {
+   case AttributeKind::constant:
+   case AttributeKind::derived:
+   case AttributeKind::function:
+      return false;
+   case AttributeKind::constructorArgument:
+      return row.settable;
+   default:
+      return true;
+   }
+}
+
+bool holdsEntities( const AttributeRow & row ) noexcept
+{
+   return row.collection && row.collection->entity;
+}
+
+std::uint64_t layoutOf( std::string_view typeName )
+{
+   const TypeData * const type = Corvo::ModuleInspectData::findType( typeName );
+   std::uint64_t layout = hashed( typeName );
+   if ( type && type->kind() == TypeKind::value ) {
+      for ( const AttributeData & field : type->attributes() ) {
+         const AttributeRow & row = field.row();
+         if ( row.kind != AttributeKind::constant && row.mask == 0 ) {
+            layout = mixed( layout, layoutOf( row.typeName ) + static_cast< unsigned >( row.kind ) );
+            layout = mixed( layout, row.keyTypeName.empty() ? 0 : layoutOf( row.keyTypeName ) );
+         }
+      }
+   }
+   return layout;
+}
+
+OwnedValue defaultOf( const AttributeRow & row )
+{
+   if ( row.kind == AttributeKind::plain && !row.defaultText.empty() && row.value->read ) {
+      return fromText( *row.value, row.defaultText );
+   }
+   return OwnedValue( *row.value );
+}
+
+// A reference argument is stored as a Corvo::Ptr, which is the address that it points to; entity types derive
+// from Vok::Entity alone, so that theirs is its address.
+const Entity * referred( const Entity & entity, const AttributeRow & row )
+{
+   return *static_cast< const Entity * const * >( storageOf( entity, row ) );
+}
+
+WrittenType::WrittenType( const TypeData & described ) : type( &described )
+{
+   const auto attributes = described.attributes();
+   for ( std::size_t i = 0; i != attributes.size(); ++i ) {
+      const AttributeRow & row = attributes[ i ].row();
+      if ( row.kind == AttributeKind::constructorArgument ) {
+         arguments.push_back( &row );
+      }
+      if ( isStreamed( row ) ) {
+         const bool hasDefault = row.kind == AttributeKind::plain || row.kind == AttributeKind::optional;
+         rows.push_back( { &row, i,
+               hasDefault ? std::optional< OwnedValue >( defaultOf( row ) ) : std::nullopt } );
+      }
+   }
+}
+
+void WrittenType::describe( NboAttrLog::Out & out,
+      const std::function< std::uint64_t( const TypeData & ) > & typeIndex ) const
+{
+   putText( out, type->name() );
+   putText( out, type->module().name() );
+   out.put( type->module().fingerprint() );
+   out.putVarint( arguments.size() );
+   for ( const AttributeRow * row : arguments ) {
+      putText( out, row->name );
+      putText( out, row->typeName );
+      out.put( static_cast< std::uint8_t >( ( row->reference ? Batch::referenceArgument : 0 ) |
+            ( row->identity ? Batch::identityArgument : 0 ) ) );
+      out.put( row->reference ? 0 : layoutOf( row->typeName ) );
+   }
+   out.putVarint( rows.size() );
+   NboAttrLog::Out initial;
+   for ( const WrittenRow & written : rows ) {
+      const AttributeRow & row = *written.row;
+      out.putVarint( row.id );
+      out.put( static_cast< std::uint8_t >( row.kind ) );
+      putText( out, row.name );
+      putText( out, row.typeName );
+      putText( out, row.keyTypeName );
+      out.put( holdsEntities( row ) ? 0 : layoutOf( row.typeName ) );
+      out.put( row.keyTypeName.empty() ? 0 : layoutOf( row.keyTypeName ) );
+      out.putVarint( row.collection ? 0 : row.value->fixedLogSize );
+      out.putVarint( row.kind == AttributeKind::children || row.kind == AttributeKind::child
+                  ? typeIndex( row.collection->memberType() ) + 1
+                  : 0 );
+      initial.clear();
+      if ( written.initial ) {
+         row.value->encode( initial, written.initial->data() );
+      }
+      out.putVarint( initial.size() );
+      out.putBytes( initial.data(), initial.size() );
+   }
+}
+
+} // namespace Vok::Detail

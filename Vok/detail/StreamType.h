@@ -1,0 +1,53 @@
+// What a stream tells of a type at its start, and how both sides number the type's attributes.
+#pragma once
+
+#include "Vok/NboAttrLog.h"
+#include "Vok/TypeData.h"
+#include "Vok/detail/Tables.h"
+#include "Vok/detail/ValueOps.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace Vok::Detail {
+
+/// Whether an attribute travels: it has state of its own that can change.
+bool isStreamed( const AttributeRow & row ) noexcept;
+
+/// Whether an attribute's members are entities.
+bool holdsEntities( const AttributeRow & row ) noexcept;
+
+/// A number that tells apart types of different layout in a log: of a value type it follows from its fields'
+/// types, of an enumeration from its name alone.
+std::uint64_t layoutOf( std::string_view typeName );
+
+/// What a plain or optional attribute of a fresh entity holds.
+OwnedValue defaultOf( const AttributeRow & row );
+
+/// The referred entity of a constructor argument.
+const Entity * referred( const Entity & entity, const AttributeRow & row );
+
+/// One attribute as the writer streams it.
+struct WrittenRow {
+   const AttributeRow * row;
+   std::size_t index; ///< in the type's table
+   std::optional< OwnedValue > initial;
+};
+
+/// One type as the writer streams it.
+struct WrittenType {
+   explicit WrittenType( const TypeData & type );
+
+   const TypeData * type;
+   std::vector< const AttributeRow * > arguments;
+   std::vector< WrittenRow > rows;
+
+   /// Describes the type. `typeIndex` gives the number of a type in the stream.
+   void describe( NboAttrLog::Out & out,
+         const std::function< std::uint64_t( const TypeData & ) > & typeIndex ) const;
+};
+
+} // namespace Vok::Detail

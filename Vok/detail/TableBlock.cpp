@@ -1,0 +1,164 @@
+// Blocks of hash tables and the bookkeeping of their cursors.
+#include "Vok/detail/TableBlock.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace Vok::Detail {
+
+namespace {
+
+// Up to this size a table has one home: it is a list that is searched eight nodes at a time.
+constexpr std::size_t listRoom = 16;
+
+constexpr std::size_t roundedUp( std::size_t number, std::size_t unit ) noexcept
+{
+   return ( number + unit - 1 ) / unit * unit;
+}
+
+std::size_t nodesOffset( std::size_t slots, std::size_t nodeAlignment ) noexcept
+{
+   return roundedUp( sizeof( TableHeader ) + ( slots + marksBehind ) * sizeof( SlotMark ),
+         nodeAlignment );
+}
+
+std::align_val_t blockAlignment( std::size_t nodeAlignment ) noexcept
+{
+   return std::align_val_t{ std::max( nodeAlignment, alignof( TableHeader ) ) };
+}
+
+} // namespace
+
+TableShape tableShape( std::size_t size )
+{
+   if ( size <= listRoom ) {
+      const std::size_t slots = std::max< std::size_t >( std::bit_ceil( size ), 4 );
+      return { 1, slots, slots };
+   }
+   if ( size > std::numeric_limits< std::ptrdiff_t >::max() / 4 ) {
+      throw std::bad_array_new_length();
+   }
+   // Thirteen nodes to four homes of four slots. A number of homes that can be halved often serves
+   // when the tail overflows.
+   const std::size_t least = std::max< std::size_t >( ( size * 4 + 12 ) / 13, 4 );
+   const std::size_t homes =
+         roundedUp( least, std::max< std::size_t >( std::bit_floor( least ) / 16, 1 ) );
+   const std::size_t tail = std::min< std::size_t >( 8 + homes / 2, 192 );
+   return { homes, homes * homeWidth + tail, homes * 13 / 4 };
+}
+
+TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nodeSize,
+      std::size_t nodeAlignment )
+{
+   const std::size_t offset = nodesOffset( shape.slots, nodeAlignment );
+   if ( shape.slots > ( std::numeric_limits< std::ptrdiff_t >::max() - offset ) / nodeSize ) {
+      throw std::bad_array_new_length();
+   }
+   const std::size_t bytes = offset + shape.slots * nodeSize;
+   void * const memory = nodeAlignment > __STDCPP_DEFAULT_NEW_ALIGNMENT__
+         ? ::operator new( bytes, blockAlignment( nodeAlignment ) )
+         : ::operator new( bytes );
+   void * const nodes = static_cast< std::byte * >( memory ) + offset;
+   auto * const table = new ( memory )
+         TableHeader{ 0, shape.homes, shape.slots, shape.room, seed, nullptr, nodes };
+   std::memset( table->marks(), 0, ( shape.slots + marksBehind ) * sizeof( SlotMark ) );
+   return table;
+}
+
+void freeTable( TableHeader * table, std::size_t nodeAlignment ) noexcept {
+   if ( nodeAlignment > __STDCPP_DEFAULT_NEW_ALIGNMENT__ ) {
+      ::operator delete( table, blockAlignment( nodeAlignment ) );
+   } else {
+      ::operator delete( table );
+   }
+}
+
+TableCursor::TableCursor( const TableCursor & other ) noexcept : bound( other.bound ),
+                                                                 standing( other.standing ),
+                                                                 byKey( other.byKey )
+{
+   attach( other.table );
+}
+
+TableCursor & TableCursor::operator=( const TableCursor & other ) noexcept
+{
+   if ( this != &other ) {
+      detach();
+      bound = other.bound;
+      standing = other.standing;
+      byKey = other.byKey;
+      attach( other.table );
+   }
+   return *this;
+}
+
+void TableCursor::attach( TableHeader * to ) noexcept
+{
+   table = to;
+   if ( to == nullptr ) {
+      return;
+   }
+   previous_ = nullptr;
+   next = to->cursors;
+   to->cursors = this;
+   if ( next != nullptr ) {
+      next->previous_ = this;
+   }
+}
+
+void TableCursor::unlink() noexcept
+{
+   if ( previous_ != nullptr ) {
+      previous_->next = next;
+   } else {
+      table->cursors = next;
+   }
+   if ( next != nullptr ) {
+      next->previous_ = previous_;
+   }
+   table = nullptr;
+   standing = false;
+}
+
+void cursorsAfterRemoval( const TableHeader & table, std::size_t hole, std::size_t end ) noexcept
+{
+   for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
+      if ( !cursor->byKey && hole < cursor->bound && cursor->bound <= end ) {
+         if ( hole + 1 == cursor->bound ) {
+            cursor->standing = false;
+         }
+         --cursor->bound;
+      }
+   }
+}
+
+void cursorsAfterInsertion( const TableHeader & table, std::size_t place,
+      std::size_t end ) noexcept
+{
+   for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
+      if ( !cursor->byKey && place < cursor->bound && cursor->bound <= end ) {
+         ++cursor->bound;
+      }
+   }
+}
+
+void moveCursors( TableHeader & from, TableHeader & to ) noexcept
+{
+   to.cursors = std::exchange( from.cursors, nullptr );
+   for ( TableCursor * cursor = to.cursors; cursor != nullptr; cursor = cursor->next ) {
+      cursor->table = &to;
+   }
+}
+
+void endCursors( TableHeader & table ) noexcept
+{
+   while ( table.cursors != nullptr ) {
+      table.cursors->detach();
+   }
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,104 @@
+// The operations of a value type, for code that knows the type only at run time.
+#pragma once
+
+#include "Vok/CharRange.h"
+#include "Vok/NboAttrLog.h"
+#include "Vok/String.h"
+#include "Vok/TextOut.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string_view>
+#include <typeinfo>
+
+namespace Vok::Detail {
+
+/// One row of functions per value type; `Vok::Detail::valueOps< V >` is the row of V. Addresses given to
+/// them are of objects of that type, except that `copy` takes raw memory first.
+struct ValueOps {
+   const std::type_info * type;
+   std::string_view name;   ///< full type name, or bool, u8, u16, u32, u64, double, Corvo::String
+   std::uint32_t size;      ///< in bytes
+   std::uint32_t alignment; ///< in bytes
+   void ( *construct )( void * raw );
+   void ( *copy )( void * raw, const void * from );
+   void ( *destroy )( void * value ) noexcept;
+   void ( *swap )( void * a, void * b ) noexcept;
+   bool ( *equal )( const void * a, const void * b );
+   bool ( *less )( const void * a, const void * b );      ///< null where the type has no order
+   std::size_t ( *hash )( const void * value );           ///< null where the type has no hash
+   void ( *print )( TextOut & out, const void * value );
+   void ( *read )( CharRange & range, void * into );      ///< null where the type has no text constructor
+   void ( *encode )( NboAttrLog::Out & out, const void * value );
+   void ( *decode )( NboAttrLog::In & in, void * into );
+   std::uint32_t fixedLogSize; ///< bytes in a log where every value takes as many, else 0
+
+   Corvo::String text( const void * value ) const
+   {
+      TextOut out;
+      print( out, value );
+      return out.text();
+   }
+};
+
+/// A value whose type is known by its operations, in storage of its own.
+class OwnedValue {
+ public:
+   /// A default value.
+   explicit OwnedValue( const ValueOps & ops ) : ops_( &ops ), memory_( allocate( ops ) )
+   {
+      build( [ this ] { ops_->construct( memory_ ); } );
+   }
+
+   /// A copy of `from`.
+   OwnedValue( const ValueOps & ops, const void * from ) : ops_( &ops ), memory_( allocate( ops ) )
+   {
+      build( [ this, from ] { ops_->copy( memory_, from ); } );
+   }
+
+   OwnedValue( const OwnedValue & other ) : OwnedValue( *other.ops_, other.memory_ ) {}
+   OwnedValue( OwnedValue && other ) noexcept
+         : ops_( other.ops_ ), memory_( std::exchange( other.memory_, nullptr ) )
+   {
+   }
+   OwnedValue & operator=( OwnedValue other ) noexcept
+   {
+      std::swap( ops_, other.ops_ );
+      std::swap( memory_, other.memory_ );
+      return *this;
+   }
+   ~OwnedValue()
+   {
+      if ( memory_ ) {
+         ops_->destroy( memory_ );
+         free();
+      }
+   }
+
+   const ValueOps & ops() const noexcept { return *ops_; }
+   void * data() noexcept { return memory_; }
+   const void * data() const noexcept { return memory_; }
+
+ private:
+   static void * allocate( const ValueOps & ops )
+   {
+      return ::operator new( ops.size, std::align_val_t( ops.alignment ) );
+   }
+   void free() noexcept { ::operator delete( memory_, std::align_val_t( ops_->alignment ) ); }
+   template< class Build > void build( Build construct )
+   {
+      try {
+         construct();
+      } catch ( ... ) {
+         free();
+         throw;
+      }
+   }
+
+   const ValueOps * ops_;
+   void * memory_;
+};
+
+} // namespace Vok::Detail
