@@ -1,0 +1,42 @@
+// The checker: tree to model. Its stages run one after the other over all types of a module; each
+// relies on what those before it have settled, and is silent about what they have reported.
+#pragma once
+
+#include "vokgen/Scopes.h"
+
+namespace VokGen {
+
+class Evaluator;
+
+/// Runs all stages. `draft` has its source and uses; afterwards its module is complete, provided
+/// that nothing has been reported.
+void checkModule( Workspace & workspace, ModuleDraft & draft );
+
+namespace Stages {
+
+/// Types, their names, modifiers and enumerators.
+void declareTypes( const Scopes & scopes );
+/// Attributes with their types and kinds; bases of entities; functions.
+void declareMembers( const Scopes & scopes );
+/// Types that contain or derive from themselves, or nest too deeply.
+void checkCycles( const Scopes & scopes );
+/// Flags, constants, bounds: all but defaults. A part of evaluate().
+void evaluateNumbers( const Scopes & scopes, Evaluator & evaluator );
+/// Constants, bounds and defaults.
+void evaluate( const Scopes & scopes );
+/// Keys of collections and arguments of children.
+void checkCollections( const Scopes & scopes );
+/// What values and entities demand of their parts.
+void checkRecords( const Scopes & scopes );
+/// Names that would be generated twice.
+void checkNames( const Scopes & scopes );
+/// Ids, hash salts, and the order in which C++ can define the types.
+void number( const Scopes & scopes );
+
+} // namespace Stages
+
+/// Whether a name is one that the language lets people declare; reports it otherwise.
+/// `what` says what it would name: "an attribute".
+bool checkName( const Scopes & scopes, const Ast::Name & name, const char * what );
+
+} // namespace VokGen

@@ -1,0 +1,44 @@
+// The names of everything generated, and the names that a definition may not use: each rule once.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace VokGen::Names {
+
+/// First letter in upper case: "ftStatus" → "FtStatus".
+std::string capitalised( std::string_view name );
+/// First letter in lower case: "FgConfig" → "fgConfig".
+std::string uncapitalised( std::string_view name );
+
+// Of an attribute or field x. Its accessor is x itself.
+std::string mutator( std::string_view x ); ///< xIs
+std::string remover( std::string_view x ); ///< xDel
+std::string clearer( std::string_view x ); ///< xDelAll
+std::string incrementer( std::string_view x ); ///< xInc
+std::string secondLookup( std::string_view x ); ///< xGet
+std::string attributeId( std::string_view x ); ///< xAttrId
+std::string dataMember( std::string_view x ); ///< x_
+std::string hashNode( std::string_view x ); ///< HN_X, of a hashed collection or a set
+std::string orderedNode( std::string_view x ); ///< VokX, of an ordered collection
+std::string keyFunctor( std::string_view x ); ///< XKeyFunktor, of a collection keyed by its members
+
+// Of a type T.
+std::string factory( std::string_view type ); ///< tFactory, in T's namespace
+std::string creator( std::string_view type ); ///< TIs, static in T
+std::string instance( std::string_view enumeration ); ///< EInstance
+
+/// The reflection object: "_<Module>_<16 hexadecimal digits>_vokModule".
+std::string reflectionObject( std::string_view module, std::uint64_t fingerprint );
+
+/// A number as 16 hexadecimal digits, lower case.
+std::string hexadecimal( std::uint64_t number );
+
+/// C++ keywords, and names that the C++ library defines as macros: no declared name may be one.
+bool isCppKeyword( std::string_view name );
+/// Members that every entity has besides its attributes: `parent`, `publisher`, ….
+std::span< const std::string_view > entityMembers();
+
+} // namespace VokGen::Names

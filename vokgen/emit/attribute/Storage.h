@@ -1,0 +1,38 @@
+// What stored attributes have in common: accessor, mutator, check of bounds, data member.
+#pragma once
+
+#include "vokgen/Model.h"
+
+#include <string>
+
+namespace VokGen {
+
+/// The type of the data member, as it is spelled in the class.
+std::string storedType( const Model::Attribute & attribute );
+
+/// The data member with its default: "std::uint32_t value_ = 5;" and a line break.
+std::string dataMember( const Model::Attribute & attribute );
+
+// ---- Fields of values: defined in the class ---------------------------------------------------
+
+std::string fieldAccessor( const Model::Attribute & field );
+
+/// The function that checks the bounds of a field; nothing where it has none.
+std::string fieldCheck( const Model::Attribute & field );
+
+// ---- Attributes of entities: declared in the class, defined behind all classes ----------------
+
+/// A head without its semicolon; `qualifier` is "Root::" for the definition, empty in the class.
+std::string accessorHead( const Model::Attribute & attribute, const std::string & qualifier );
+std::string mutatorHead( const Model::Attribute & attribute, const std::string & qualifier );
+
+std::string accessorDefinition( const Model::Attribute & attribute );
+std::string mutatorDefinition( const Model::Attribute & attribute );
+
+std::string entityCheckDeclaration( const Model::Attribute & attribute );
+std::string entityCheckDefinition( const Model::Attribute & attribute );
+
+/// How reflection checks the bounds; empty without any.
+std::string checkedBy( const Model::Attribute & attribute );
+
+} // namespace VokGen
