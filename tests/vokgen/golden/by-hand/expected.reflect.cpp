@@ -1,0 +1,102 @@
+// Made by vokgen from Sample.vok. Do not edit.
+#include "Sample.h"
+
+#include "Vok/GeneratedTables.h"
+
+struct Test::Address::VokTable {
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 2,
+            .name = "high",
+            .documentation = "upper half",
+            .kind = Vok::AttributeKind::plain,
+            .typeName = "u16",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Test::Address, high_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+      } },
+      { {
+            .id = 3,
+            .name = "low",
+            .documentation = "lower half",
+            .kind = Vok::AttributeKind::plain,
+            .typeName = "u16",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Test::Address, low_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "Test::Address",
+         .documentation = "An address.",
+         .kind = Vok::TypeKind::value,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .value = &Vok::Detail::valueOps< Test::Address >,
+   } };
+};
+
+struct Test::Host::VokTable {
+   static inline constinit Vok::Detail::LiveCount live{ 0 };
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 154,
+            .name = "nameString",
+            .documentation = "The name, fixed for life.",
+            .kind = Vok::AttributeKind::constructorArgument,
+            .identity = true,
+            .typeName = "Corvo::String",
+            .value = &Vok::Detail::valueOps< Corvo::String >,
+      } },
+      { {
+            .id = 258,
+            .name = "address",
+            .documentation = "its default has no text that is known here",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "Test::Address",
+            .offset = VOK_OFFSET( Test::Host, address_ ),
+            .value = &Vok::Detail::valueOps< Test::Address >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "Test::Host",
+         .documentation = "Holds one.",
+         .kind = Vok::TypeKind::entity,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .argumentCount = 1,
+         .identity = Vok::IdentityKind::name,
+         .make = &Vok::Detail::makeEntity< Test::Host, Corvo::String >,
+         .live = &live,
+   } };
+};
+
+const Vok::TypeData & Test::Host::vokType() noexcept { return VokTable::type; }
+const Vok::TypeData & Test::Host::typeData() const noexcept { return VokTable::type; }
+
+namespace {
+constexpr const Vok::TypeData * types[] = {
+   &Test::Address::VokTable::type,
+   &Test::Host::VokTable::type,
+};
+} // namespace
+
+/// The reflection object of the module: its types in declared order.
+extern const Corvo::ModuleInspectData _Sample_3072b3554dc3dc99_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_3072b3554dc3dc99_vokModule( {
+      .name = "Sample",
+      .documentation = "Values with parts that are written by hand.",
+      .fingerprint = 0x3072b3554dc3dc99,
+      .types = types,
+} );
+const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
+{
+   return _Sample_3072b3554dc3dc99_vokModule;
+}
+
+namespace {
+// The one initialiser of the module: the standard streams first, then the registration.
+const std::ios_base::Init streams;
+const Vok::Detail::ModuleRegistration registration( _Sample_3072b3554dc3dc99_vokModule );
+} // namespace

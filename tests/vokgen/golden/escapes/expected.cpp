@@ -1,0 +1,2 @@
+// Made by vokgen from Sample.vok. Do not edit.
+#include "Sample.h"

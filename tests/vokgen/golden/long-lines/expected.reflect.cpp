@@ -1,0 +1,264 @@
+// Made by vokgen from Sample.vok. Do not edit.
+#include "Sample.h"
+
+#include "Vok/GeneratedTables.h"
+
+namespace {
+constexpr Vok::Enumerator collectorInactiveReasonWithAVeryLongNameEnumerators[] = {
+   { 0, "collectorInactiveReasonThatNobodyKnowsAnythingAbout", "nobody knows" },
+};
+constexpr Vok::EnumTable collectorInactiveReasonWithAVeryLongNameTable{
+   "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
+   collectorInactiveReasonWithAVeryLongNameEnumerators
+};
+constinit const Vok::TypeData collectorInactiveReasonWithAVeryLongNameType{ {
+      .name = "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
+      .documentation =
+            "Why a collector is inactive, in a sentence that goes on for longer than a line has "
+            "room for, so that it has to be wrapped.",
+      .kind = Vok::TypeKind::enumeration,
+      .module = &Vok::Modules::Sample,
+      .enumerators = collectorInactiveReasonWithAVeryLongNameEnumerators,
+      .value = &Vok::Detail::valueOps< FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
+} };
+} // namespace
+
+const Vok::EnumTable & FlowTracking::vokEnumTable(
+      FlowTracking::CollectorInactiveReasonWithAVeryLongName ) noexcept
+{
+   return collectorInactiveReasonWithAVeryLongNameTable;
+}
+
+struct FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable {
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 2,
+            .name = "millisecondsBeforeTheCongestionEvent",
+            .documentation = "before",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "u16",
+            .defaultText = "30",
+            .lowerText = "1",
+            .upperText = "300",
+            .offset =
+                  VOK_OFFSET( FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
+                        millisecondsBeforeTheCongestionEvent_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+            .check =
+                  &Vok::Detail::checked< &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsBeforeTheCongestionEvent >,
+      } },
+      { {
+            .id = 3,
+            .name = "millisecondsAfterTheCongestionEvent",
+            .documentation = "after",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "u16",
+            .defaultText = "30",
+            .lowerText = "1",
+            .upperText = "300",
+            .offset =
+                  VOK_OFFSET( FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
+                        millisecondsAfterTheCongestionEvent_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+            .check =
+                  &Vok::Detail::checked< &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsAfterTheCongestionEvent >,
+      } },
+      { {
+            .id = 4,
+            .name = "leastIntervalOfCongestion",
+            .documentation = "least",
+            .kind = Vok::AttributeKind::constant,
+            .typeName = "u16",
+            .defaultText = "1",
+      } },
+      { {
+            .id = 5,
+            .name = "mostIntervalOfCongestion",
+            .documentation = "most",
+            .kind = Vok::AttributeKind::constant,
+            .typeName = "u16",
+            .defaultText = "300",
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+         .documentation = "Long names of fields.",
+         .kind = Vok::TypeKind::value,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .value = &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+   } };
+};
+
+struct FlowTracking::ExporterStatus::VokTable {
+   static inline constinit Vok::Detail::LiveCount live{ 0 };
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 258,
+            .name = "exporterNameInTheConfiguration",
+            .documentation = "the identity",
+            .kind = Vok::AttributeKind::constructorArgument,
+            .identity = true,
+            .typeName = "Corvo::String",
+            .value = &Vok::Detail::valueOps< Corvo::String >,
+      } },
+      { {
+            .id = 259,
+            .name = "interval",
+            .documentation = "an argument",
+            .kind = Vok::AttributeKind::constructorArgument,
+            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .offset = VOK_OFFSET( FlowTracking::ExporterStatus, interval_ ),
+            .value =
+                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+      } },
+      { {
+            .id = 260,
+            .name = "reason",
+            .documentation = "another one",
+            .kind = Vok::AttributeKind::constructorArgument,
+            .settable = true,
+            .typeName = "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
+            .offset = VOK_OFFSET( FlowTracking::ExporterStatus, reason_ ),
+            .value =
+                  &Vok::Detail::valueOps< FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "FlowTracking::ExporterStatus",
+         .documentation = "Arguments of long types.",
+         .kind = Vok::TypeKind::entity,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .argumentCount = 3,
+         .identity = Vok::IdentityKind::argument,
+         .make =
+               &Vok::Detail::makeEntity< FlowTracking::ExporterStatus, Corvo::String,
+                     FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
+                     FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
+         .live = &live,
+   } };
+};
+
+const Vok::TypeData & FlowTracking::ExporterStatus::vokType() noexcept { return VokTable::type; }
+const Vok::TypeData & FlowTracking::ExporterStatus::typeData() const noexcept
+{
+   return VokTable::type;
+}
+
+struct FlowTracking::HardwareFlowTrackingConfiguration::VokTable {
+   static inline constinit Vok::Detail::LiveCount live{ 0 };
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 154,
+            .name = "nameString",
+            .documentation = "The name, fixed for life.",
+            .kind = Vok::AttributeKind::constructorArgument,
+            .identity = true,
+            .typeName = "Corvo::String",
+            .value = &Vok::Detail::valueOps< Corvo::String >,
+      } },
+      { {
+            .id = 258,
+            .name = "collectorInactiveReasons",
+            .documentation = "a map",
+            .kind = Vok::AttributeKind::map,
+            .settable = true,
+            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .keyTypeName = "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
+            .offset =
+                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
+                        collectorInactiveReasons_ ),
+            .value =
+                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+            .key = &Vok::Detail::valueOps< FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
+            .collection =
+                  &Vok::Detail::mapOps< decltype( FlowTracking::HardwareFlowTrackingConfiguration::collectorInactiveReasons_ ) >,
+      } },
+      { {
+            .id = 259,
+            .name = "exporterStatusByInterval",
+            .documentation = "children",
+            .kind = Vok::AttributeKind::children,
+            .ordered = true,
+            .settable = true,
+            .typeName = "FlowTracking::ExporterStatus",
+            .keyTypeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .keyField = "interval",
+            .offset =
+                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
+                        exporterStatusByInterval_ ),
+            .key = &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+            .collection =
+                  &Vok::Detail::childrenOps< decltype( FlowTracking::HardwareFlowTrackingConfiguration::exporterStatusByInterval_ ) >,
+      } },
+      { {
+            .id = 260,
+            .name = "intervalOfCongestionWithALongName",
+            .documentation = "a value",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .defaultText =
+                  "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent[millisecondsBeforeTheCon"
+                  "gestionEvent=30,millisecondsAfterTheCongestionEvent=30]",
+            .offset =
+                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
+                        intervalOfCongestionWithALongName_ ),
+            .value =
+                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "FlowTracking::HardwareFlowTrackingConfiguration",
+         .documentation = "Collections of long types.",
+         .kind = Vok::TypeKind::entity,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .argumentCount = 1,
+         .identity = Vok::IdentityKind::name,
+         .make =
+               &Vok::Detail::makeEntity<
+                     FlowTracking::HardwareFlowTrackingConfiguration, Corvo::String >,
+         .live = &live,
+   } };
+};
+
+const Vok::TypeData & FlowTracking::HardwareFlowTrackingConfiguration::vokType() noexcept
+{
+   return VokTable::type;
+}
+const Vok::TypeData & FlowTracking::HardwareFlowTrackingConfiguration::typeData() const noexcept
+{
+   return VokTable::type;
+}
+
+namespace {
+constexpr const Vok::TypeData * types[] = {
+   &collectorInactiveReasonWithAVeryLongNameType,
+   &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable::type,
+   &FlowTracking::ExporterStatus::VokTable::type,
+   &FlowTracking::HardwareFlowTrackingConfiguration::VokTable::type,
+};
+} // namespace
+
+/// The reflection object of the module: its types in declared order.
+extern const Corvo::ModuleInspectData _Sample_9f65f227c3fb9516_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_9f65f227c3fb9516_vokModule( {
+      .name = "Sample",
+      .documentation = "Names so long that nothing fits on a line.",
+      .fingerprint = 0x9f65f227c3fb9516,
+      .types = types,
+} );
+const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
+{
+   return _Sample_9f65f227c3fb9516_vokModule;
+}
+
+namespace {
+// The one initialiser of the module: the standard streams first, then the registration.
+const std::ios_base::Init streams;
+const Vok::Detail::ModuleRegistration registration( _Sample_9f65f227c3fb9516_vokModule );
+} // namespace
