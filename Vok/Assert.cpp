@@ -58,8 +58,8 @@ class Line {
 
 } // namespace
 
-void assertionFailed( const char * source, int line, const char * function,
-      const char * expression, std::string_view message )
+void assertionFailed( const char * source, int line, const char * function, const char * expression,
+      std::string_view message )
 {
    Line text;
    text.add( source );

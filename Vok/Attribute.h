@@ -1,8 +1,9 @@
 // What the mutators of plain and optional attributes do. The mutators of collections are in
 // Vok/AttributeMap.h and Vok/AttributeChildren.h.
 //
-// Every mutator compares, checks, stores, and tells the notifiees, in this order. With nobody listening it
-// costs the comparison and the store; one that throws before it has stored leaves the entity as it was.
+// Every mutator compares, checks, stores, and tells the notifiees, in this order. With nobody
+// listening it costs the comparison and the store; one that throws before it has stored leaves
+// the entity as it was.
 #pragma once
 
 #include "Vok/Collection.h"
@@ -17,8 +18,8 @@
 
 namespace Vok {
 
-/// Throws Corvo::ReinstantiationException: `entity` exists with another constant argument. For arguments
-/// that are texts or entities; texts stand bare, entities by their names.
+/// Throws Corvo::ReinstantiationException: `entity` exists with another constant argument. For
+/// arguments that are texts or entities; texts stand bare, entities by their names.
 [[noreturn]] VOK_EXPORT void throwMutatorReinstantiating( const Entity & entity, AttrId id,
       std::string_view argument, std::string_view oldText, std::string_view newText );
 [[noreturn]] VOK_EXPORT void throwMutatorReinstantiating( const Entity & entity, AttrId id,

@@ -127,8 +127,8 @@ auto referenceDel( Entity & entity, AttrId id, Map & map, typename Map::Query ke
    return P( std::move( taken->child ) );
 }
 
-/// Deletes every member that there is now, each with its notification; nobody listening, all at once. The
-/// collection's memory is given back.
+/// Deletes every member that there is now, each with its notification; nobody listening, all at
+/// once. The collection's memory is given back.
 template< class Map, class Del > void eachDel( Entity & entity, Map & map, Del del )
 {
    if ( !entity.publisher().hasNotifiee() ) {

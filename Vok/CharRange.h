@@ -17,15 +17,17 @@ class CharRange;
 template< class V > void readText( CharRange & range, V & into );
 
 /// The unread rest of a text that it does not own. Reading what does not match throws
-/// Corvo::ParseException with the position; what was read before stays consumed, except where a function
-/// says otherwise.
+/// Corvo::ParseException with the position; what was read before stays consumed, except where a
+/// function says otherwise.
 ///
-/// A composite value is read by `needPre( type )`, `desAttrPre( first )`, `desAttrIntra( middle )` for each
-/// field in between, and `desAttrPost( last )`; a value of one field by `deserializeAttr( field )`:
+/// A composite value is read by `needPre( type )`, `desAttrPre( first )`, `desAttrIntra( middle
+/// )` for each field in between, and `desAttrPost( last )`; a value of one field by
+/// `deserializeAttr( field )`:
 ///
 ///     Test::Pair[id=5,text=abc]
 ///
-/// White space (blank, tab, line break) may stand between the tokens of a composite, and nowhere else.
+/// White space (blank, tab, line break) may stand between the tokens of a composite, and nowhere
+/// else.
 class VOK_EXPORT CharRange {
  public:
    explicit CharRange( std::string_view text ) noexcept : text_( text ) {}
@@ -42,9 +44,9 @@ class VOK_EXPORT CharRange {
    /// The type's full name and the opening bracket. Values nest at most 64 deep.
    void needPre( std::string_view typeName );
 
-   /// A field by its name: the first one, one in between, the last one with the closing bracket; and, when
-   /// a type has one field alone, its bare value. A RangeException from the field is thrown on as a
-   /// DeserializationException that names the field.
+   /// A field by its name: the first one, one in between, the last one with the closing bracket;
+   /// and, when a type has one field alone, its bare value. A RangeException from the field is
+   /// thrown on as a DeserializationException that names the field.
    template< class V > void desAttrPre( std::string_view name, V & into )
    {
       needName( name );

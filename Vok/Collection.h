@@ -1,5 +1,5 @@
-// What the accessors of collections do, in entities and inside values, and the mutators of collections
-// inside values, which notify nobody.
+// What the accessors of collections do, in entities and inside values, and the mutators of
+// collections inside values, which notify nobody.
 #pragma once
 
 #include "Vok/Optional.h"
@@ -14,8 +14,8 @@
 
 namespace Vok::Collection {
 
-/// How values are given: numbers, truth values, enumerations and optionals by value, texts and values by
-/// reference.
+/// How values are given: numbers, truth values, enumerations and optionals by value, texts and
+/// values by reference.
 template< class V >
 using Given = std::conditional_t< std::is_scalar_v< V > || std::same_as< V, OptionalBool >, V, const V & >;
 

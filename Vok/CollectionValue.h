@@ -20,7 +20,8 @@ namespace Vok {
 namespace Detail {
 
 template< class Map >
-concept ValueCollection = requires( const Map & map ) {
+concept ValueCollection = requires( const Map & map )
+{
    typename Map::Node;
    typename Map::Cursor;
    map.find( std::declval< typename Map::Query >() );
@@ -48,7 +49,8 @@ template< class Map > void encodeNode( NboAttrLog::Out & out, const typename Map
    }
 }
 
-/// Whether one key is written before another: by their order, or where keys have none, by their bytes.
+/// Whether one key is written before another: by their order, or where keys have none, by their
+/// bytes.
 template< class Key > bool keyBefore( const Key & a, const Key & b )
 {
    if constexpr ( requires { { a < b } -> std::convertible_to< bool >; } ) {
@@ -79,8 +81,8 @@ template< class Map > std::vector< const typename Map::Node * > inOrder( const M
 
 } // namespace Detail
 
-/// A collection inside a value: in a log the number of its members as 32 bits, then each, in ascending order
-/// of the keys; as text `[key=value,…]`, of a set `[key,…]`.
+/// A collection inside a value: in a log the number of its members as 32 bits, then each, in
+/// ascending order of the keys; as text `[key=value,…]`, of a set `[key,…]`.
 template< Detail::ValueCollection Map > struct ValueType< Map > {
    using Node = typename Map::Node;
    using Log = Detail::NodeLog< Map >;

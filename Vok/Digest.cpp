@@ -73,7 +73,8 @@ struct Visit {
 
 class Walk {
  public:
-   explicit Walk( const Entity & root, const Entity * tree ) : root_( root ), tree_( tree ) {}
+   explicit Walk( const Entity & root, const Entity * tree ) : root_( root ),
+                                                               tree_( tree ) {}
 
    Sum digest()
    {
@@ -158,8 +159,9 @@ class Walk {
       own.mix( sum );
    }
 
-   // A reference into the tree is its path from the root; one that leads outside is what it refers to, and what
-   // that refers to outside in turn is told by its constructor arguments alone.
+   // A reference into the tree is its path from the root; one that leads outside is what it
+   // refers to, and what that refers to outside in turn is told by its constructor arguments
+   // alone.
    Sum reference( const Entity * target )
    {
       Sum sum;

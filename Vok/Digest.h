@@ -14,7 +14,8 @@ class Entity;
 class VOK_EXPORT Digest {
  public:
    constexpr Digest() noexcept = default;
-   constexpr Digest( std::uint64_t high, std::uint64_t low ) noexcept : high_( high ), low_( low ) {}
+   constexpr Digest( std::uint64_t high, std::uint64_t low ) noexcept : high_( high ),
+                                                                        low_( low ) {}
 
    constexpr std::uint64_t high() const noexcept { return high_; }
    constexpr std::uint64_t low() const noexcept { return low_; }
@@ -29,9 +30,10 @@ class VOK_EXPORT Digest {
    std::uint64_t low_ = 0;
 };
 
-/// The digest of an entity and everything below it: type, constructor arguments, attributes and members,
-/// but not the root's own name. Equal trees have equal digests, whatever their history, insertion order,
-/// process or hash seed. Costs one walk over the tree, without recursion by its depth.
+/// The digest of an entity and everything below it: type, constructor arguments, attributes and
+/// members, but not the root's own name. Equal trees have equal digests, whatever their history,
+/// insertion order, process or hash seed. Costs one walk over the tree, without recursion by its
+/// depth.
 VOK_EXPORT Digest treeDigest( const Entity & root );
 
 } // namespace Vok

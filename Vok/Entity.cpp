@@ -10,8 +10,8 @@ namespace Vok {
 
 namespace {
 
-// Entities whose last reference is gone, linked through their parents. While one is destroyed, those that
-// die with it wait here: the stack stays flat however deep the tree is.
+// Entities whose last reference is gone, linked through their parents. While one is destroyed,
+// those that die with it wait here: the stack stays flat however deep the tree is.
 struct Dying {
    Entity * first = nullptr;
    bool running = false;

@@ -22,9 +22,9 @@ struct EntityAccess;
 /// A reference-counted object with identity: a name, a parent, a publisher, and the attributes that
 /// the generated type adds.
 ///
-/// Entities are made by their factories (`T::TIs( … )`), held through `Corvo::Ptr`, and neither copied
-/// nor moved. A parent owns its children; a child only knows its parent. References may be shared by
-/// several threads; everything else of a tree is used by one thread at a time.
+/// Entities are made by their factories (`T::TIs( … )`), held through `Corvo::Ptr`, and neither
+/// copied nor moved. A parent owns its children; a child only knows its parent. References may be
+/// shared by several threads; everything else of a tree is used by one thread at a time.
 class VOK_EXPORT Entity {
  public:
    Entity( const Entity & ) = delete;
@@ -39,8 +39,8 @@ class VOK_EXPORT Entity {
    /// The owner; null for a root and for an entity that has left its collection.
    Entity * parent() const noexcept { return parent_; }
 
-   /// Sets the parent; a null pointer clears it. Takes no reference. Collections of children call it,
-   /// clients have no need to.
+   /// Sets the parent; a null pointer clears it. Takes no reference. Collections of children call
+   /// it, clients have no need to.
    void handleParent( const Corvo::Ptr< Entity > & parent ) noexcept;
 
    /// References held at this moment.
@@ -72,7 +72,7 @@ class VOK_EXPORT Entity {
 namespace Detail {
 
 /// What the framework's own code may do with an entity.
-struct EntityAccess {
+struct VOK_EXPORT EntityAccess {
    static std::atomic< std::uint32_t > & count( const Entity & e ) noexcept { return e.refCount_; }
 
    /// Makes `parent` the owner of `child`.
@@ -85,11 +85,12 @@ struct EntityAccess {
       child.publisher_.linksMoved();
    }
 
-   /// Destroys an entity without references. Children that die with it are destroyed by a loop, not by
-   /// recursion: a tree may be deeper than the stack.
+   /// Destroys an entity without references. Children that die with it are destroyed by a loop,
+   /// not by recursion: a tree may be deeper than the stack.
    static void destroy( const Entity * entity ) noexcept;
 
-   /// Makes an entity: memory, constructor, count of its type. The one way entities come into being.
+   /// Makes an entity: memory, constructor, count of its type. The one way entities come into
+   /// being.
    template< class T, class... Args > static Corvo::Ptr< T > make( Args &&... args )
    {
       auto made = Corvo::Ptr< T >::adopt( new T( std::forward< Args >( args )... ) );
@@ -97,13 +98,15 @@ struct EntityAccess {
       return made;
    }
 
-   /// Instantiates a child that exists: its constant arguments have to be these, settable ones become so.
+   /// Instantiates a child that exists: its constant arguments have to be these, settable ones
+   /// become so.
    template< class T, class... Args > static void reinstantiate( T & child, const Args &... args )
    {
       child.vokReinstantiate( args... );
    }
 
-   /// Whether a child has the name that these constructor arguments give; always, for a type without one.
+   /// Whether a child has the name that these constructor arguments give; always, for a type
+   /// without one.
    template< class T > static bool sameIdentity( const T & ) noexcept { return true; }
    template< class T, class First, class... Rest >
    static bool sameIdentity( const T & child, const First & first, const Rest &... )

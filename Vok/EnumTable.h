@@ -1,5 +1,5 @@
-// What generated enumerations are made of: a table of codes and names, and the four functions that each
-// has.
+// What generated enumerations are made of: a table of codes and names, and the four functions
+// that each has.
 #pragma once
 
 #include "Vok/CharRange.h"

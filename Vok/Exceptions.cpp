@@ -21,7 +21,8 @@ void RangeException::throwException( const char * message )
 
 DeserializationException::DeserializationException(
       std::string_view attribute, std::string_view fieldMessage )
-      : RangeException( joined( attribute, fieldMessage ) ), attribute_( attribute )
+      : RangeException( joined( attribute, fieldMessage ) ),
+        attribute_( attribute )
 {
 }
 
@@ -31,7 +32,8 @@ DeserializationException::DeserializationException( std::string_view message )
 }
 
 ParseException::ParseException( const std::string & message, std::size_t offset )
-      : std::runtime_error( message ), offset_( offset )
+      : std::runtime_error( message ),
+        offset_( offset )
 {
 }
 

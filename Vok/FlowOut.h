@@ -1,8 +1,8 @@
 // Vok::FlowOut, the notifiee through which the changes of one entity reach a change stream.
 //
-// It is state-based: it remembers which attributes and which keys of collections changed, each once, and
-// nothing of how often or to what. A batch carries their values at the time of writing. However slow its
-// reader, a stream costs memory in proportion to what differs.
+// It is state-based: it remembers which attributes and which keys of collections changed, each
+// once, and nothing of how often or to what. A batch carries their values at the time of writing.
+// However slow its reader, a stream costs memory in proportion to what differs.
 #pragma once
 
 #include "Vok/Export.h"

@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <iostream>
 
-// Entity types are not of standard layout. They derive from Vok::Entity singly and without virtual bases,
-// where every compiler that builds this code gives the offset that it uses itself.
+// Entity types are not of standard layout. They derive from Vok::Entity singly and without
+// virtual bases, where every compiler that builds this code gives the offset that it uses itself.
 #if defined( __GNUC__ )
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 #endif

@@ -9,14 +9,15 @@ namespace Vok {
 
 // A set of keys. All that HashMap2018.h says of nodes holds for the keys: what a Query is, that
 // arguments may lie inside the set, that it may be changed while it is iterated
-// (`for ( typename HSet< Key >::Cursor c( set ); !c.atEnd(); c.next() ) use( c.node()->key );`), and
-// that a call which throws leaves it as it was. `constant` is mixed into the seed of its hash.
+// (`for ( typename HSet< Key >::Cursor c( set ); !c.atEnd(); c.next() ) use( c.node()->key );`),
+// and that a call which throws leaves it as it was. `constant` is mixed into the seed of its hash.
 template< class Key, std::uint32_t constant = 0 >
 class HSet : public HashMap2018< SetNode< Key, constant >, Key, Key > {
-   using Node = SetNode< Key, constant >;
+   using Map = HashMap2018< SetNode< Key, constant >, Key, Key >;
 
  public:
-   using typename HashMap2018< Node, Key, Key >::Query;
+   using typename Map::Node;
+   using typename Map::Query;
 
    // Adds a copy of the key. False where the set has it already.
    bool insert( const Key & key )

@@ -13,15 +13,13 @@
 #include <utility>
 
 namespace Corvo {
-template< class T >
-class Ptr;
+template< class T > class Ptr;
 }
 
 namespace Vok {
 
 // The key stands beside the value.
-template< class K, class V, std::uint32_t constant = 0 >
-struct MapNode {
+template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
    using Key = K;
    static constexpr std::uint32_t hashConstant = constant;
 
@@ -32,8 +30,7 @@ struct MapNode {
 };
 
 // A member of a set is its own key.
-template< class K, std::uint32_t constant = 0 >
-struct SetNode {
+template< class K, std::uint32_t constant = 0 > struct SetNode {
    using Key = K;
    static constexpr std::uint32_t hashConstant = constant;
 
@@ -43,8 +40,7 @@ struct SetNode {
 };
 
 // The key is read out of the value: KeyFunktor()( value ).
-template< class V, class KeyFunktor, std::uint32_t constant = 0 >
-struct KeyedNode {
+template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const V & > >;
    static constexpr std::uint32_t hashConstant = constant;
 
@@ -105,8 +101,7 @@ inline constexpr bool relocatable< ChildNode< T, KeyFunktor, constant, Pointer >
       relocatable< Pointer >;
 
 // A counted pointer is an address and nothing else.
-template< class T >
-inline constexpr bool relocatable< Corvo::Ptr< T > > = true;
+template< class T > inline constexpr bool relocatable< Corvo::Ptr< T > > = true;
 
 } // namespace Detail
 

@@ -18,19 +18,18 @@ struct ModuleRow {
    std::string_view documentation = {};
    std::uint64_t fingerprint = 0;
    Rows< const TypeData * > types = {};
-   Rows< const Corvo::ModuleInspectData & ( * ) () noexcept > uses = {};
+   Rows< const Corvo::ModuleInspectData & (*)() noexcept > uses = {};
 };
 
 } // namespace Vok::Detail
 
 namespace Corvo {
 
-/// The reflection data of one module: its types in declared order, and a fingerprint of their definitions.
-/// Each is a static object that registers itself when its library is loaded.
+/// The reflection data of one module: its types in declared order, and a fingerprint of their
+/// definitions. Each is a static object that registers itself when its library is loaded.
 class VOK_EXPORT ModuleInspectData {
  public:
    using Use = const ModuleInspectData & (*)() noexcept;
-
 
    constexpr explicit ModuleInspectData( const Vok::Detail::ModuleRow & row ) noexcept : row_( row ) {}
    ModuleInspectData( const ModuleInspectData & ) = delete;
@@ -39,7 +38,8 @@ class VOK_EXPORT ModuleInspectData {
    std::string_view name() const noexcept { return row_.name; }
    std::string_view documentation() const noexcept { return row_.documentation; }
 
-   /// 64 bits that follow from everything the module defines; comments and white space do not count.
+   /// 64 bits that follow from everything the module defines; comments and white space do not
+   /// count.
    std::uint64_t fingerprint() const noexcept { return row_.fingerprint; }
 
    class TypeRange;

@@ -9,7 +9,8 @@
 namespace Vok::NboAttrLog {
 
 Out::Out( Out && other ) noexcept
-      : data_( std::exchange( other.data_, nullptr ) ), size_( std::exchange( other.size_, 0 ) ),
+      : data_( std::exchange( other.data_, nullptr ) ),
+        size_( std::exchange( other.size_, 0 ) ),
         capacity_( std::exchange( other.capacity_, 0 ) )
 {
 }

@@ -1,8 +1,8 @@
 // The attribute log: values as bytes in network byte order.
 //
-// Numbers stand at their declared width, most significant byte first; a bool is one byte, 0 or 1; a double
-// is its eight bytes of IEEE 754; a text is a 4-byte length and its bytes. A value is its fields in declared
-// order, nothing between them.
+// Numbers stand at their declared width, most significant byte first; a bool is one byte, 0 or 1;
+// a double is its eight bytes of IEEE 754; a text is a 4-byte length and its bytes. A value is
+// its fields in declared order, nothing between them.
 #pragma once
 
 #include "Vok/Exceptions.h"
@@ -70,12 +70,12 @@ class VOK_EXPORT Out {
       }
    }
 
-   /// Appends a text: its length as 32 bits, then its bytes. A longer text than 32 bits can count throws
-   /// Exception.
+   /// Appends a text: its length as 32 bits, then its bytes. A longer text than 32 bits can count
+   /// throws Exception.
    void putString( std::string_view text );
 
-   /// Appends a number in as few bytes as it needs: 7 bits a byte, least significant first, the high bit
-   /// set on all but the last.
+   /// Appends a number in as few bytes as it needs: 7 bits a byte, least significant first, the
+   /// high bit set on all but the last.
    void putVarint( std::uint64_t v );
 
    /// Overwrites 32 bits that were appended before, at `position` from the start.
@@ -107,12 +107,14 @@ class VOK_EXPORT Out {
    std::size_t capacity_ = 0;
 };
 
-/// A reader over bytes that it does not own and that must stay as they are meanwhile. Reading past the
-/// end, or a length or code that cannot be, throws Exception and leaves the position where it was or inside
-/// the value that failed. No read allocates more than the bytes that are left.
+/// A reader over bytes that it does not own and that must stay as they are meanwhile. Reading
+/// past the end, or a length or code that cannot be, throws Exception and leaves the position
+/// where it was or inside the value that failed. No read allocates more than the bytes that are
+/// left.
 class VOK_EXPORT In {
  public:
-   In( const std::byte * data, std::size_t size ) noexcept : at_( data ), end_( data + size ) {}
+   In( const std::byte * data, std::size_t size ) noexcept : at_( data ),
+                                                             end_( data + size ) {}
    explicit In( std::span< const std::byte > bytes ) noexcept : In( bytes.data(), bytes.size() ) {}
 
    std::size_t remaining() const noexcept { return static_cast< std::size_t >( end_ - at_ ); }

@@ -67,12 +67,14 @@ class OptionalBool {
    std::uint8_t byte_ = none;
 };
 
-/// A `V` or no value. No value and any value are different; two values are equal when they are equal.
+/// A `V` or no value. No value and any value are different; two values are equal when they are
+/// equal.
 template< class V >
 using Optional = std::conditional_t< std::is_same_v< V, bool >, OptionalBool, std::optional< V > >;
 
-/// How an optional is stored in one word: the value `empty` of its number stands for no value. Accessors
-/// and mutators still speak `Optional< V >`. `V` is built from a number and gives it with `value()`.
+/// How an optional is stored in one word: the value `empty` of its number stands for no value.
+/// Accessors and mutators still speak `Optional< V >`. `V` is built from a number and gives it
+/// with `value()`.
 template< class V, auto empty > class OptionalWord {
  public:
    using Word = decltype( std::declval< const V & >().value() );

@@ -16,14 +16,15 @@ namespace Vok {
 
 class Entity;
 
-/// The root of the tree that an entity belongs to; itself where it has no parent. Costs one step per level.
+/// The root of the tree that an entity belongs to; itself where it has no parent. Costs one step
+/// per level.
 VOK_EXPORT const Entity & rootOf( const Entity & entity ) noexcept;
 
 /// The path of an entity from its root. Costs one lookup per level and attribute.
 VOK_EXPORT Corvo::String pathOf( const Entity & entity );
 
-/// The entity at a path from `root`, or null where there is none. Throws Corvo::ParseException for what is
-/// no path in a tree of this type.
+/// The entity at a path from `root`, or null where there is none. Throws Corvo::ParseException
+/// for what is no path in a tree of this type.
 VOK_EXPORT Entity * entityAt( Entity & root, std::string_view path );
 
 } // namespace Vok

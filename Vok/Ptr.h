@@ -46,14 +46,16 @@ template< class T > class Ptr {
 
    template< class U >
       requires std::convertible_to< U *, T * >
-   Ptr( const Ptr< U > & other ) noexcept : entity_( other.get() )
+      Ptr( const Ptr< U > & other )
+   noexcept : entity_( other.get() )
    {
       retain();
    }
 
    template< class U >
       requires std::convertible_to< U *, T * >
-   Ptr( Ptr< U > && other ) noexcept : entity_( other.giveUp() )
+      Ptr( Ptr< U > && other )
+   noexcept : entity_( other.giveUp() )
    {
    }
 
@@ -91,7 +93,7 @@ template< class T > class Ptr {
    friend void swap( Ptr & a, Ptr & b ) noexcept { a.swap( b ); }
 
    template< class U > friend bool operator==( const Ptr & a, const Ptr< U > & b ) noexcept
-      requires std::equality_comparable_with< T *, U * >
+         requires std::equality_comparable_with< T *, U * >
    {
       return a.get() == b.get();
    }

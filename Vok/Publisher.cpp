@@ -182,8 +182,8 @@ void Publisher::publishChangeRecursive( const Change & change )
    }
 }
 
-// Tells the first `upTo` slots. The list may be changed by those who are told: slots are read anew at
-// each step, and holes are closed by the outermost notification only.
+// Tells the first `upTo` slots. The list may be changed by those who are told: slots are read
+// anew at each step, and holes are closed by the outermost notification only.
 void Publisher::tell( const Change & change, std::uint32_t upTo )
 {
    const Ptr< Vok::Entity > alive( &change.entity );

@@ -15,8 +15,8 @@ namespace Vok {
 
 class Entity;
 
-/// The number of an attribute in its type: 154 for the name, 258 and up for an entity's own attributes,
-/// 2 and up for the fields of a value.
+/// The number of an attribute in its type: 154 for the name, 258 and up for an entity's own
+/// attributes, 2 and up for the fields of a value.
 using AttrId = std::uint32_t;
 
 namespace Detail {
@@ -43,24 +43,30 @@ struct VOK_EXPORT Change {
 
    Change( Vok::Entity & changed, Vok::AttrId id, Vok::Detail::AnyValue key,
          Vok::Detail::AnyValue oldValue ) noexcept
-         : entity( changed ), attrId( id ), key_( key ), old_( oldValue )
+         : entity( changed ),
+           attrId( id ),
+           key_( key ),
+           old_( oldValue )
    {
    }
 
-   /// The key of the member that changed; null where the attribute has no keys, or K is not their type.
+   /// The key of the member that changed; null where the attribute has no keys, or K is not their
+   /// type.
    template< class K > const K * key() const noexcept
    {
       return static_cast< const K * >( key_.as( typeid( K ) ) );
    }
 
-   /// The value before the change, V as the accessor gives it; null for an insertion, or where V is not
-   /// its type. For a child or a reference V is the `Corvo::Ptr`, for an optional the whole optional.
+   /// The value before the change, V as the accessor gives it; null for an insertion, or where V
+   /// is not its type. For a child or a reference V is the `Corvo::Ptr`, for an optional the
+   /// whole optional.
    template< class V > const V * oldValue() const noexcept
    {
       return static_cast< const V * >( old_.as( typeid( V ) ) );
    }
 
-   /// The same without knowing the types. The texts are empty where there is no key or no old value.
+   /// The same without knowing the types. The texts are empty where there is no key or no old
+   /// value.
    bool hasKey() const noexcept { return key_.value != nullptr; }
    Corvo::String keyText() const { return key_.text(); }
    bool hasOldValue() const noexcept { return old_.value != nullptr; }
@@ -77,7 +83,8 @@ struct VOK_EXPORT Change {
    Vok::Detail::AnyValue old_;
 };
 
-/// Something that is told of changes. It leaves every publisher it is attached to when it is destroyed.
+/// Something that is told of changes. It leaves every publisher it is attached to when it is
+/// destroyed.
 class VOK_EXPORT Notifiee {
  public:
    Notifiee() noexcept = default;
@@ -85,9 +92,9 @@ class VOK_EXPORT Notifiee {
    Notifiee & operator=( const Notifiee & ) = delete;
    virtual ~Notifiee();
 
-   /// Called once per change, from inside the mutator, after the change is stored. It may attach, detach
-   /// and destroy notifiees (itself included), change any entity and drop any reference. An exception
-   /// reaches the mutator's caller after the other notifiees have been told.
+   /// Called once per change, from inside the mutator, after the change is stored. It may attach,
+   /// detach and destroy notifiees (itself included), change any entity and drop any reference.
+   /// An exception reaches the mutator's caller after the other notifiees have been told.
    virtual void onChange( const Change & change ) = 0;
 
  protected:
@@ -105,12 +112,12 @@ class VOK_EXPORT Notifiee {
    std::unique_ptr< std::unordered_set< Publisher * > > others_;
 };
 
-/// Where the notifiees of one entity attach. As big as a pointer; without notifiees it costs a mutator one
-/// comparison.
+/// Where the notifiees of one entity attach. As big as a pointer; without notifiees it costs a
+/// mutator one comparison.
 ///
-/// Notifiees are told in the order of attachment. A change made inside `onChange` is told at once, nested. A
-/// notifiee detached during a notification is not called again, one attached during it is called from the
-/// next change on.
+/// Notifiees are told in the order of attachment. A change made inside `onChange` is told at
+/// once, nested. A notifiee detached during a notification is not called again, one attached
+/// during it is called from the next change on.
 class VOK_EXPORT Publisher {
  public:
    constexpr Publisher() noexcept = default;
@@ -123,8 +130,8 @@ class VOK_EXPORT Publisher {
       }
    }
 
-   /// Attaches; attaching twice is one attachment. Takes no ownership. Throws std::bad_alloc and is then as
-   /// before.
+   /// Attaches; attaching twice is one attachment. Takes no ownership. Throws std::bad_alloc and
+   /// is then as before.
    void notifieeIs( Notifiee * notifiee );
 
    /// Detaches; detaching a stranger is silent.
@@ -132,8 +139,9 @@ class VOK_EXPORT Publisher {
 
    bool hasNotifiee() const noexcept { return list_ && anyLive(); }
 
-   /// Tells every notifiee of the change, which the caller has stored. The entity lives at least until all
-   /// have been told. The first exception that a notifiee throws is thrown on after that.
+   /// Tells every notifiee of the change, which the caller has stored. The entity lives at least
+   /// until all have been told. The first exception that a notifiee throws is thrown on after
+   /// that.
    void publishChangeRecursive( const Change & change );
 
  private:
@@ -157,19 +165,20 @@ class VOK_EXPORT Publisher {
 
 namespace Vok::Detail {
 
-/// The notifiees of one publisher, and the links of those who follow its entity without being told of
-/// changes. Slots of detached notifiees are null until no notification runs; then the rest moves together.
+/// The notifiees of one publisher, and the links of those who follow its entity without being
+/// told of changes. Slots of detached notifiees are null until no notification runs; then the
+/// rest moves together.
 struct NotifieeList {
-   std::uint32_t live = 0;     ///< attached notifiees
-   std::uint32_t used = 0;     ///< slots in use, holes included
+   std::uint32_t live = 0; ///< attached notifiees
+   std::uint32_t used = 0; ///< slots in use, holes included
    std::uint32_t capacity = 0; ///< slots there are
-   std::uint32_t depth = 0;    ///< notifications that run now
+   std::uint32_t depth = 0; ///< notifications that run now
    EntityLink * links = nullptr;
    Corvo::Notifiee ** slots = nullptr;
 };
 
-/// A weak link from a reader of change streams to an entity: it becomes null when the entity is destroyed,
-/// and counts `shapeChanges` up when the entity leaves its parent.
+/// A weak link from a reader of change streams to an entity: it becomes null when the entity is
+/// destroyed, and counts `shapeChanges` up when the entity leaves its parent.
 struct EntityLink {
    Entity * entity = nullptr;
    EntityLink * next = nullptr;

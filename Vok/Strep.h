@@ -10,8 +10,8 @@
 
 namespace Corvo {
 
-/// The text of a value: of a value type, enumeration, number, bool, string or optional. A value has one
-/// text, and strepToValue reads it back.
+/// The text of a value: of a value type, enumeration, number, bool, string or optional. A value
+/// has one text, and strepToValue reads it back.
 template< class V > String valueToStrep( const V & v )
 {
    Vok::TextOut out;
@@ -19,9 +19,9 @@ template< class V > String valueToStrep( const V & v )
    return out.text();
 }
 
-/// The value of a text, which has to be exactly what valueToStrep writes, white space between tokens
-/// apart. Throws ParseException where it does not match the grammar, RangeException (with its kinds)
-/// where a bound or an enumerator does.
+/// The value of a text, which has to be exactly what valueToStrep writes, white space between
+/// tokens apart. Throws ParseException where it does not match the grammar, RangeException (with
+/// its kinds) where a bound or an enumerator does.
 template< class V > V strepToValue( std::string_view text )
 {
    Vok::CharRange range( text );

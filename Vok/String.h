@@ -192,8 +192,7 @@ VOK_EXPORT std::ostream & operator<<( std::ostream & out, const String & text );
 } // namespace Corvo
 
 // Agrees with the hash of the std::string_view, and takes one (or a literal) in its stead.
-template<>
-struct std::hash< Corvo::String > {
+template<> struct std::hash< Corvo::String > {
    using is_transparent = void;
    std::size_t operator()( std::string_view text ) const noexcept
    {

@@ -13,7 +13,8 @@
 
 namespace Vok {
 
-/// An appending buffer of characters; short texts need no allocation. Appending throws std::bad_alloc.
+/// An appending buffer of characters; short texts need no allocation. Appending throws
+/// std::bad_alloc.
 class VOK_EXPORT TextOut {
  public:
    TextOut() noexcept = default;
@@ -65,14 +66,16 @@ class VOK_EXPORT TextOut {
 
 namespace Detail {
 
-/// Whether a text may stand without quotes: not empty, and only letters, digits and `_ . / : @ % + -`.
+/// Whether a text may stand without quotes: not empty, and only letters, digits and `_ . / : @ %
+/// + -`.
 bool isBareWord( std::string_view text ) noexcept;
 
 /// Whether one character may stand in a bare word.
 bool isBareCharacter( char c ) noexcept;
 
-/// How many bytes from `at` on stand for themselves inside quotes: 1 for a printable ASCII character other
-/// than `"`, `\` and `'`, 2 to 4 for a well-formed UTF-8 sequence that is no control character, else 0.
+/// How many bytes from `at` on stand for themselves inside quotes: 1 for a printable ASCII
+/// character other than `"`, `\` and `'`, 2 to 4 for a well-formed UTF-8 sequence that is no
+/// control character, else 0.
 std::size_t plainInQuotes( std::string_view text, std::size_t at ) noexcept;
 
 } // namespace Detail

@@ -9,8 +9,8 @@ namespace Vok {
 
 namespace Detail {
 
-/// Equality of doubles as the framework means it: what prints the same is the same, so that every NaN
-/// equals every other and a change to an equal value stays silent.
+/// Equality of doubles as the framework means it: what prints the same is the same, so that every
+/// NaN equals every other and a change to an equal value stays silent.
 constexpr bool sameDouble( double a, double b ) noexcept
 {
    return a == b || ( a != a && b != b );
@@ -19,7 +19,8 @@ constexpr bool sameDouble( double a, double b ) noexcept
 /// One representation per value: 0.0 for both zeros, one NaN for all.
 constexpr double canonicalDouble( double v ) noexcept
 {
-   return v == 0.0 ? 0.0 : v == v ? v : std::numeric_limits< double >::quiet_NaN();
+   return v == 0.0 ? 0.0 : v == v ? v
+                                  : std::numeric_limits< double >::quiet_NaN();
 }
 
 } // namespace Detail
@@ -56,7 +57,8 @@ class Seconds {
 
 namespace Corvo {
 
-/// A span of time in seconds, double precision; positive infinity is a legal value. Zero by default.
+/// A span of time in seconds, double precision; positive infinity is a legal value. Zero by
+/// default.
 class Duration {
  public:
    constexpr Duration() noexcept = default;

@@ -1,6 +1,6 @@
-// Reflection: Vok::TypeData and Vok::AttributeData, the records of types and of their attributes. They are
-// data, laid out when the library is compiled; everything that the library can do with a type can be done
-// through its record, without knowing the type at compile time.
+// Reflection: Vok::TypeData and Vok::AttributeData, the records of types and of their attributes.
+// They are data, laid out when the library is compiled; everything that the library can do with a
+// type can be done through its record, without knowing the type at compile time.
 #pragma once
 
 #include "Vok/EnumTable.h"
@@ -49,9 +49,9 @@ class TextList {
 
 /// One attribute of an entity type, field of a value type, or member of a constants type.
 ///
-/// Texts of values are their valueToStrep forms; the name of an entity stands bare. Reading and changing
-/// go through the same checks and notifications as the generated accessors and mutators. A call that does
-/// not fit the attribute's kind throws std::invalid_argument.
+/// Texts of values are their valueToStrep forms; the name of an entity stands bare. Reading and
+/// changing go through the same checks and notifications as the generated accessors and mutators.
+/// A call that does not fit the attribute's kind throws std::invalid_argument.
 class VOK_EXPORT AttributeData {
  public:
    constexpr AttributeData( const Detail::AttributeRow & row ) noexcept : row_( row ) {}
@@ -70,8 +70,8 @@ class VOK_EXPORT AttributeData {
    /// Whether a mutator exists.
    bool settable() const noexcept { return row_.settable; }
 
-   /// Of the value or the child: a full type name, or bool, u8, u16, u32, u64, double, Corvo::String; of a
-   /// set its element's, of an optional the value's; empty of a function.
+   /// Of the value or the child: a full type name, or bool, u8, u16, u32, u64, double,
+   /// Corvo::String; of a set its element's, of an optional the value's; empty of a function.
    std::string_view typeName() const noexcept { return row_.typeName; }
 
    /// Of a collection's key, of a set its element's; empty for others.
@@ -82,8 +82,8 @@ class VOK_EXPORT AttributeData {
    std::string_view lowerText() const noexcept { return row_.lowerText; }
    std::string_view upperText() const noexcept { return row_.upperText; }
 
-   /// The value as text; for an optional without value the empty text; for a reference the path of what it
-   /// refers to from the root, and the empty text where it is not in the tree.
+   /// The value as text; for an optional without value the empty text; for a reference the path
+   /// of what it refers to from the root, and the empty text where it is not in the tree.
    Corvo::String get( const Entity & entity ) const;
 
    /// Parses, checks and stores through the mutator; the empty text unsets an optional.
@@ -116,8 +116,9 @@ class VOK_EXPORT AttributeData {
    /// The child, or null; the key is ignored for a single child. A referred entity too.
    Corvo::Ptr< Entity > child( const Entity & entity, std::string_view keyText ) const;
 
-   /// Creates or returns the child. `args` are its constructor arguments without the key; a single child
-   /// that has a name takes it there. A reference among them is a path from the root of `entity`.
+   /// Creates or returns the child. `args` are its constructor arguments without the key; a
+   /// single child that has a name takes it there. A reference among them is a path from the root
+   /// of `entity`.
    Corvo::Ptr< Entity > childIs( Entity & entity, std::string_view keyText, TextList args = {} ) const;
 
    /// The row itself, for the framework.
@@ -154,9 +155,9 @@ class VOK_EXPORT TypeData {
    std::vector< std::pair< std::uint32_t, std::string_view > > enumerators() const;
    std::string_view enumeratorDocumentation( std::uint32_t code ) const noexcept;
 
-   /// A new entity. `name` is the identity as `Entity::name()` gives it, bare, and ignored where there is
-   /// none; `args` are the further constructor arguments. Throws Corvo::ConstructorArgsException for a
-   /// wrong number of arguments, or a reference among them.
+   /// A new entity. `name` is the identity as `Entity::name()` gives it, bare, and ignored where
+   /// there is none; `args` are the further constructor arguments. Throws
+   /// Corvo::ConstructorArgsException for a wrong number of arguments, or a reference among them.
    Corvo::Ptr< Entity > instantiate( std::string_view name, TextList args = {} ) const;
 
    /// A new value from the fields' texts, in constructor order, or the default value for none.
@@ -173,8 +174,8 @@ class VOK_EXPORT TypeData {
    /// Corvo::ParseException for a type without text constructor.
    void strepToValue( CharRange & range, void * value ) const;
 
-   /// One field of a value as text, single flags of a bit set included; constants may be read with a null
-   /// pointer. An unknown field throws std::out_of_range.
+   /// One field of a value as text, single flags of a bit set included; constants may be read
+   /// with a null pointer. An unknown field throws std::out_of_range.
    Corvo::String fieldGet( const void * value, std::string_view name ) const;
 
    /// Parses, checks as the field's mutator does, and stores.

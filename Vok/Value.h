@@ -12,7 +12,8 @@ class TypeData;
 class VOK_EXPORT Value {
  public:
    Value( const TypeData & type, Detail::OwnedValue value ) noexcept
-         : type_( &type ), value_( std::move( value ) )
+         : type_( &type ),
+           value_( std::move( value ) )
    {
    }
 

@@ -1,5 +1,5 @@
-// What the framework knows of a value type at compile time: Vok::ValueType< V >, and the base from which
-// generated value types get their text, their attribute log and their hash.
+// What the framework knows of a value type at compile time: Vok::ValueType< V >, and the base
+// from which generated value types get their text, their attribute log and their hash.
 #pragma once
 
 #include "Vok/CharRange.h"
@@ -27,8 +27,8 @@
 
 namespace Vok {
 
-/// One field of a value type: its name, where it is, and how its bounds are checked when a value is read
-/// (null where they are not). `Wide` is the type that the field is built from.
+/// One field of a value type: its name, where it is, and how its bounds are checked when a value
+/// is read (null where they are not). `Wide` is the type that the field is built from.
 template< class V, class F, class Wide = F > struct Field {
    using Type = F;
    using From = Wide;
@@ -52,19 +52,31 @@ struct ValueAccess {
 };
 
 template< class V >
-concept Generated = requires { V::vokName; };
+concept Generated = requires
+{
+   V::vokName;
+};
 
 template< class V >
 concept Number = std::unsigned_integral< V > && !std::same_as< V, bool >;
 
 template< class V >
-concept HandText = requires { typename V::VokHandText; };
+concept HandText = requires
+{
+   typename V::VokHandText;
+};
 
 template< class V >
-concept HandLog = requires { typename V::VokHandLog; };
+concept HandLog = requires
+{
+   typename V::VokHandLog;
+};
 
 template< class V >
-concept Untextable = requires { typename V::VokUntextable; };
+concept Untextable = requires
+{
+   typename V::VokUntextable;
+};
 
 template< class V > constexpr std::size_t fieldCount()
 {
@@ -108,7 +120,9 @@ template<> struct ValueType< bool > {
 
 template< Detail::Number U > struct ValueType< U > {
    static constexpr std::string_view name =
-         sizeof( U ) == 1 ? "u8" : sizeof( U ) == 2 ? "u16" : sizeof( U ) == 4 ? "u32" : "u64";
+         sizeof( U ) == 1 ? "u8" : sizeof( U ) == 2 ? "u16"
+         : sizeof( U ) == 4                         ? "u32"
+                                                    : "u64";
    static constexpr bool textable = true;
    static constexpr bool equal( U a, U b ) { return a == b; }
    static void print( TextOut & out, U v ) { out.putNumber( v ); }
@@ -252,7 +266,8 @@ template< class T > struct ValueType< Corvo::Ptr< T > > {
 
 namespace Detail {
 
-/// Reads all fields of a composite by name, or the bare one of a value of one field, then checks bounds.
+/// Reads all fields of a composite by name, or the bare one of a value of one field, then checks
+/// bounds.
 template< class V > void readFields( CharRange & range, V & into );
 
 /// Reads all fields from a log, in declared order, then checks bounds.
@@ -511,116 +526,19 @@ template< Detail::Number W > constexpr void bitIs( W & word, unsigned number, bo
    word = static_cast< W >( v ? word | mask : word & static_cast< W >( ~mask ) );
 }
 
-// ---- Operations for code that knows the type at run time --------------------------------------
-
-namespace Detail {
-
-/// The bytes that every V takes in a log; 0 where they differ from value to value.
-template< class V > constexpr std::uint32_t fixedLogSize()
-{
-   if constexpr ( std::same_as< V, bool > || Number< V > ) {
-      return sizeof( V );
-   } else if constexpr ( std::is_enum_v< V > ) {
-      return sizeof( std::uint32_t );
-   } else if constexpr ( std::same_as< V, double > || std::same_as< V, Seconds > ||
-         std::same_as< V, Corvo::Duration > ) {
-      return sizeof( double );
-   } else if constexpr ( Generated< V > && !HandLog< V > ) {
-      return std::apply(
-            []( const auto &... field ) -> std::uint32_t {
-               const std::uint32_t sizes[] = {
-                  fixedLogSize< typename std::remove_cvref_t< decltype( field ) >::Type >()...
-               };
-               std::uint32_t sum = 0;
-               for ( const std::uint32_t size : sizes ) {
-                  if ( size == 0 ) {
-                     return 0;
-                  }
-                  sum += size;
-               }
-               return sum;
-            },
-            ValueAccess::fields< V >() );
-   } else {
-      return 0;
-   }
-}
-
-template< class V > struct ValueOpsOf {
-   using Type = ValueType< V >;
-
-   static const V & at( const void * v ) { return *static_cast< const V * >( v ); }
-   static V & at( void * v ) { return *static_cast< V * >( v ); }
-
-   static void construct( void * raw ) { new ( raw ) V(); }
-   static void copy( void * raw, const void * from ) { new ( raw ) V( at( from ) ); }
-   static void destroy( void * v ) noexcept { at( v ).~V(); }
-   static void swap( void * a, void * b ) noexcept { std::swap( at( a ), at( b ) ); }
-   static constexpr bool equal( const void * a, const void * b ) { return Type::equal( at( a ), at( b ) ); }
-   static bool less( const void * a, const void * b ) { return at( a ) < at( b ); }
-   static std::size_t hash( const void * v ) { return std::hash< V >()( at( v ) ); }
-   static void print( TextOut & out, const void * v ) { Type::print( out, at( v ) ); }
-   static void read( CharRange & range, void * into )
-   {
-      V v{};
-      Type::read( range, v );
-      at( into ) = std::move( v );
-   }
-   static void encode( NboAttrLog::Out & out, const void * v ) { Type::encode( out, at( v ) ); }
-   static void decode( NboAttrLog::In & in, void * into ) { Type::decode( in, at( into ) ); }
-
-   static constexpr ValueOps make()
-   {
-      ValueOps ops{ &typeid( V ), Type::name, sizeof( V ), alignof( V ), construct, copy, destroy,
-            swap, equal, nullptr, nullptr, print, nullptr, encode, decode, fixedLogSize< V >() };
-      if constexpr ( requires( const V & v ) { { v < v } -> std::convertible_to< bool >; } ) {
-         ops.less = less;
-      }
-      if constexpr ( requires( const V & v ) { std::hash< V >()( v ); } ) {
-         ops.hash = hash;
-      }
-      if constexpr ( Type::textable ) {
-         ops.read = read;
-      }
-      return ops;
-   }
-};
-
-/// A pointer to an entity can be named, and nothing else.
-template< class T > struct ValueOpsOf< Corvo::Ptr< T > > {
-   static void print( TextOut & out, const void * v )
-   {
-      ValueType< Corvo::Ptr< T > >::print( out, *static_cast< const Corvo::Ptr< T > * >( v ) );
-   }
-   static constexpr ValueOps make()
-   {
-      ValueOps ops{};
-      ops.type = &typeid( Corvo::Ptr< T > );
-      ops.print = print;
-      return ops;
-   }
-};
-
-/// The operations of V.
-template< class V > inline constexpr ValueOps valueOps = ValueOpsOf< V >::make();
-
-template< class V > AnyValue any( const V & v ) noexcept
-{
-   return { &valueOps< V >, &v };
-}
-
-} // namespace Detail
 } // namespace Vok
 
 namespace Vok::NboAttrLog {
 
 /// A value type onto a log: its fields in declared order.
 template< class V >
-   requires Vok::Detail::Generated< V >
-Out & operator<<( Out & out, const V & v )
+requires Vok::Detail::Generated< V >
+      Out & operator<<( Out & out, const V & v )
 {
    ValueType< V >::encode( out, v );
    return out;
 }
 
 } // namespace Vok::NboAttrLog
+
+#include "Vok/detail/ValueOpsOf.h" // IWYU pragma: export

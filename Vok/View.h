@@ -44,14 +44,14 @@ const P & element( const ChildNode< T, F, constant, P > & node ) noexcept
 
 } // namespace Detail
 
-/// A small copyable handle on a collection. It is live: it shows the collection as it is, and is valid
-/// while the entity or value that holds the collection lives.
+/// A small copyable handle on a collection. It is live: it shows the collection as it is, and is
+/// valid while the entity or value that holds the collection lives.
 ///
 /// Iterating yields pairs of key and value for a map, keys for a set, and pointers for children and
-/// references. The collection may be changed meanwhile: deleting the member that the iterator stands on is
-/// safe, every member that stays is seen exactly once, one inserted meanwhile at most once. References that
-/// an iteration yields are valid until the collection changes. Keep no iterator longer than its loop: the
-/// collection counts them.
+/// references. The collection may be changed meanwhile: deleting the member that the iterator
+/// stands on is safe, every member that stays is seen exactly once, one inserted meanwhile at
+/// most once. References that an iteration yields are valid until the collection changes. Keep no
+/// iterator longer than its loop: the collection counts them.
 template< class Map > class View {
    using Node = std::remove_cvref_t< decltype( *std::declval< typename Map::Cursor >().node() ) >;
 
@@ -69,7 +69,7 @@ template< class Map > class View {
 
       reference operator*() const { return Detail::element( *cursor_->node() ); }
       auto operator->() const
-         requires std::is_reference_v< reference >
+            requires std::is_reference_v< reference >
       {
          return &**this;
       }

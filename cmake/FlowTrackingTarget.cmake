@@ -39,7 +39,7 @@ endfunction()
 set( warningFlags )
 flowtracking_compiler_flags( warningFlags
    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-   -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 )
+   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 )
 if( CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 )
    # At -O3 that compiler sees overlapping copies inside std::string where there are none
    # (GCC bugs 105329 and 105651).

@@ -14,25 +14,28 @@ constexpr std::array< std::byte, magicSize > magic = {
    std::byte{ 'V' }, std::byte{ 'o' }, std::byte{ 'k' }, std::byte{ '1' }
 };
 
-std::string tooLong( std::size_t size, std::size_t limit ) {
+std::string tooLong( std::size_t size, std::size_t limit )
+{
    return "frame of " + std::to_string( size ) + " bytes, the limit is " + std::to_string( limit );
 }
 
-std::string hexadecimal( std::span< const std::byte > bytes ) {
+std::string hexadecimal( std::span< const std::byte > bytes )
+{
    constexpr char digits[] = "0123456789abcdef";
    std::string text;
    for ( const std::byte byte : bytes ) {
       const auto code = std::to_integer< unsigned >( byte );
       text += text.empty() ? "" : " ";
-      text += digits[code >> 4U];
-      text += digits[code & 15U];
+      text += digits[ code >> 4U ];
+      text += digits[ code & 15U ];
    }
    return text;
 }
 
 } // namespace
 
-std::array< std::byte, frameHeaderSize > FrameWriter::header( std::size_t payloadSize ) const {
+std::array< std::byte, frameHeaderSize > FrameWriter::header( std::size_t payloadSize ) const
+{
    const std::size_t most =
          std::min< std::size_t >( limit_, std::numeric_limits< std::uint32_t >::max() );
    if ( payloadSize > most ) {
@@ -41,13 +44,14 @@ std::array< std::byte, frameHeaderSize > FrameWriter::header( std::size_t payloa
    std::array< std::byte, frameHeaderSize > bytes{};
    std::copy( magic.begin(), magic.end(), bytes.begin() );
    for ( std::size_t i = magicSize; i < frameHeaderSize; ++i ) {
-      bytes[i] = static_cast< std::byte >( payloadSize >> 8U * ( frameHeaderSize - 1 - i ) );
+      bytes[ i ] = static_cast< std::byte >( payloadSize >> 8U * ( frameHeaderSize - 1 - i ) );
    }
    return bytes;
 }
 
 void FrameWriter::append( std::span< const std::byte > payload,
-      std::vector< std::byte > & out ) const {
+      std::vector< std::byte > & out ) const
+{
    const auto bytes = header( payload.size() );
    // Built apart and inserted at once: a payload inside `out` stays readable, and `out` changes
    // only when all the memory is there.
@@ -63,7 +67,8 @@ void FrameWriter::append( std::span< const std::byte > payload,
 }
 
 std::optional< std::vector< std::byte > > FrameReader::feed(
-      std::span< const std::byte > & piece ) {
+      std::span< const std::byte > & piece )
+{
    throwIfFailed();
    if ( state_ == State::header ) {
       takeHeader( piece );
@@ -80,7 +85,8 @@ std::optional< std::vector< std::byte > > FrameReader::feed(
    return std::exchange( payload_, {} );
 }
 
-void FrameReader::end() {
+void FrameReader::end()
+{
    throwIfFailed();
    if ( headerSize_ > 0 ) {
       state_ = State::endedEarly;
@@ -88,7 +94,8 @@ void FrameReader::end() {
    }
 }
 
-void FrameReader::takeHeader( std::span< const std::byte > & piece ) {
+void FrameReader::takeHeader( std::span< const std::byte > & piece )
+{
    const std::size_t taken = std::min( piece.size(), frameHeaderSize - headerSize_ );
    std::copy_n( piece.begin(), taken, std::span( header_ ).subspan( headerSize_ ).begin() );
    headerSize_ += taken;
@@ -98,7 +105,8 @@ void FrameReader::takeHeader( std::span< const std::byte > & piece ) {
 
 // A wrong magic is reported at its first wrong byte, so that a peer which sends less than a header
 // and then waits is found out.
-void FrameReader::checkHeader() {
+void FrameReader::checkHeader()
+{
    const auto begun = std::span( header_ ).first( std::min( headerSize_, magicSize ) );
    if ( !std::equal( begun.begin(), begun.end(), magic.begin() ) ) {
       state_ = State::notAFrame;
@@ -115,7 +123,8 @@ void FrameReader::checkHeader() {
    throwIfFailed();
 }
 
-void FrameReader::takePayload( std::span< const std::byte > & piece ) {
+void FrameReader::takePayload( std::span< const std::byte > & piece )
+{
    const auto taken = piece.first( std::min( piece.size(), payloadSize_ - payload_.size() ) );
    const std::size_t needed = payload_.size() + taken.size();
    if ( needed > payload_.capacity() ) {
@@ -126,7 +135,8 @@ void FrameReader::takePayload( std::span< const std::byte > & piece ) {
    piece = piece.subspan( taken.size() );
 }
 
-void FrameReader::throwIfFailed() const {
+void FrameReader::throwIfFailed() const
+{
    switch ( state_ ) {
    case State::header:
    case State::payload:
@@ -142,7 +152,8 @@ void FrameReader::throwIfFailed() const {
    }
 }
 
-std::string FrameReader::endedText() const {
+std::string FrameReader::endedText() const
+{
    const bool inHeader = headerSize_ < frameHeaderSize;
    const std::size_t arrived = inHeader ? headerSize_ : payload_.size();
    const std::size_t whole = inHeader ? frameHeaderSize : payloadSize_;

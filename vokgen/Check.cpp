@@ -7,6 +7,7 @@ void checkModule( Workspace & workspace, ModuleDraft & draft )
    const Scopes scopes( workspace, draft );
    Stages::declareTypes( scopes );
    Stages::declareMembers( scopes );
+   Stages::declareFunctions( scopes );
    Stages::checkCycles( scopes );
    Stages::evaluate( scopes );
    Stages::checkCollections( scopes );

@@ -16,8 +16,10 @@ namespace Stages {
 
 /// Types, their names, modifiers and enumerators.
 void declareTypes( const Scopes & scopes );
-/// Attributes with their types and kinds; bases of entities; functions.
+/// Attributes with their types and kinds; bases of entities.
 void declareMembers( const Scopes & scopes );
+/// Functions outside types.
+void declareFunctions( const Scopes & scopes );
 /// Types that contain or derive from themselves, or nest too deeply.
 void checkCycles( const Scopes & scopes );
 /// Flags, constants, bounds: all but defaults. A part of evaluate().
@@ -34,6 +36,10 @@ void checkNames( const Scopes & scopes );
 void number( const Scopes & scopes );
 
 } // namespace Stages
+
+/// Resolves what a function takes and gives, inside `scope`; false where some of it means nothing.
+bool resolveFunction( const Scopes & scopes, const std::string & scope, const Ast::Member & member,
+      Model::Function & into );
 
 /// Whether a name is one that the language lets people declare; reports it otherwise.
 /// `what` says what it would name: "an attribute".

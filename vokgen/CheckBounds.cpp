@@ -1,4 +1,4 @@
-// The checker's fourth stage: flags, constants, bounds and defaults.
+// A stage of the checker: flags, constants, bounds and defaults.
 #include "vokgen/Check.h"
 #include "vokgen/Evaluator.h"
 #include "vokgen/MemberRules.h"
@@ -202,14 +202,13 @@ void NumbersChecker::bounds( AttributeDraft & draft, const Ast::Option & option 
       flaw( draft );
       return;
    }
-   const std::uint64_t largest = attribute.builtFrom ? attribute.builtFrom->largest()
-                                                     : number->largest();
+   const Model::Type & incoming = attribute.builtFrom ? *attribute.builtFrom : *number;
    Model::Bounds & made = attribute.bounds.emplace();
    made.time = timeOf( option.time );
    made.lower = *lower;
    made.upper = *upper;
    made.lowerCanFail = lower->value.integer > 0;
-   made.upperCanFail = upper->value.integer < largest;
+   made.upperCanFail = upper->value.integer < incoming.largest();
    made.message = made.time == Model::CheckTime::validated
          ? option.text
          : attribute.fullName() + " < " + lower->text + " or > " + upper->text + " not allowed";

@@ -1,4 +1,4 @@
-// The checker's sixth stage: keys of collections, and what making a child takes.
+// A stage of the checker: keys of collections, and what making a child takes.
 #include "vokgen/Check.h"
 
 #include <algorithm>
@@ -10,8 +10,9 @@ using Model::AttributeKind;
 
 class CollectionsChecker {
  public:
-   CollectionsChecker( const Scopes & scopes, TypeDraft & draft ) : scopes_( scopes ),
-                                                                    draft_( draft )
+   CollectionsChecker( const Scopes & scopes, TypeDraft & draft )
+         : scopes_( scopes ),
+           draft_( draft )
    {
    }
 

@@ -1,4 +1,4 @@
-// The checker's third stage: types that would contain, construct or derive from themselves.
+// A stage of the checker: types that would contain, construct or derive from themselves.
 #include "vokgen/Check.h"
 #include "vokgen/Circles.h"
 
@@ -85,7 +85,7 @@ void checkBase( const Scopes & scopes, TypeDraft & draft )
    // Of a circle further up only its own types are told.
    if ( base == entity ) {
       scopes.error( draft.source->base->range, Message::derivesFromItself, { entity->name } );
-   } else if ( line.size() > depthLimit ) {
+   } else if ( line.size() > depthLimit && isSound( scopes, typeOf( *base ) ) ) {
       scopes.error( draft.source->base->range, Message::derivedTooDeep,
             { entity->name, std::to_string( depthLimit ) } );
    }

@@ -1,4 +1,4 @@
-// The checker's fifth stage: defaults, and whether defaults and constants are values of their
+// A stage of the checker: defaults, and whether defaults and constants are values of their
 // types.
 #include "vokgen/Check.h"
 #include "vokgen/Evaluator.h"
@@ -103,7 +103,7 @@ bool DefaultsChecker::zero( const AttributeDraft & draft, Model::Expression & va
    default:
       return true;
    }
-   const Model::Enumerator * first = scopes_.workspace().draftOf( type.enumeration )->zero;
+   const Model::Enumerator * first = scopes_.workspace().zeroOf( type.enumeration );
    if ( !first ) {
       if ( isSound( scopes_, type ) ) {
          scopes_.error( draft.source->name.range, Message::enumWithoutZero,
@@ -125,7 +125,7 @@ void DefaultsChecker::checkElements( AttributeDraft & draft )
 {
    const Model::Type & type = draft.attribute->type;
    if ( type.enumeration && isSound( scopes_, type ) &&
-         !scopes_.workspace().draftOf( type.enumeration )->zero ) {
+         !scopes_.workspace().zeroOf( type.enumeration ) ) {
       scopes_.error( draft.source->type.range, Message::mapOfEnumWithoutZero,
             { draft.attribute->name, type.fullName } );
       draft.flawed = true;

@@ -1,4 +1,4 @@
-// The checker's second stage: which attributes the types have, and of what type they are.
+// A stage of the checker: which attributes the types have, and of what type they are.
 #include "vokgen/Check.h"
 #include "vokgen/MemberRules.h"
 
@@ -51,52 +51,6 @@ TypeUse useOf( MemberKind kind )
    const bool entity = kind == MemberKind::children || kind == MemberKind::child ||
          kind == MemberKind::references;
    return entity ? TypeUse::entity : TypeUse::value;
-}
-
-/// Resolves what a function takes and gives; false where some of it means nothing.
-bool resolveFunction( const Scopes & scopes, const std::string & scope, const Ast::Member & member,
-      Model::Function & into )
-{
-   into.name = member.name.text;
-   into.documentation = member.documentation.text;
-   into.isStatic = member.isStatic;
-   into.mutating = member.mutating;
-   std::set< std::string > names;
-   bool good = true;
-   for ( const Ast::Parameter & parameter : member.parameters ) {
-      checkName( scopes, parameter.name, "a parameter" );
-      if ( !names.insert( parameter.name.text ).second ) {
-         scopes.error( parameter.name.range, Message::parameterTwice, { parameter.name.text } );
-      }
-      const auto type = scopes.resolve( scope, parameter.type, TypeUse::parameter );
-      good = good && type;
-      if ( type ) {
-         into.parameters.push_back( { parameter.name.text, *type } );
-      }
-   }
-   if ( !member.type.empty() ) {
-      into.result = scopes.resolve( scope, member.type, TypeUse::parameter );
-      good = good && into.result;
-   }
-   return good;
-}
-
-void declareFreeFunctions( const Scopes & scopes )
-{
-   for ( const Ast::FreeFunction & source : scopes.module().source->functions ) {
-      const Ast::Member & member = source.function;
-      auto function = std::make_unique< Model::FreeFunction >();
-      function->nameSpace = source.nameSpace;
-      if ( source.nameSpace.empty() ) {
-         scopes.error( member.name.range, Message::outsideNamespace, { member.name.text } );
-      }
-      if ( member.documentation.text.empty() ) {
-         scopes.error( member.name.range, Message::missingDocumentation, { member.name.text } );
-      }
-      checkName( scopes, member.name, "a function" );
-      resolveFunction( scopes, source.nameSpace, member, *function );
-      scopes.module().module->functions.push_back( std::move( function ) );
-   }
 }
 
 /// Declares the members of one type.
@@ -356,10 +310,9 @@ void MemberDeclarer::applyCollection( const Ast::Member & member, AttributeDraft
    }
    Model::Collection & made = added.attribute->collection.emplace();
    made.ordered = member.ordered;
-   made.origin = member.by                ? Model::KeyOrigin::member
-         : member.kind == MemberKind::set ? Model::KeyOrigin::element
-                                          : Model::KeyOrigin::external;
+   made.origin = member.by ? Model::KeyOrigin::member : Model::KeyOrigin::external;
    if ( member.kind == MemberKind::set ) {
+      made.origin = Model::KeyOrigin::element;
       made.key = added.attribute->type;
    }
    if ( member.key ) {
@@ -370,8 +323,8 @@ void MemberDeclarer::applyCollection( const Ast::Member & member, AttributeDraft
    for ( const Ast::Option & option : member.options ) {
       made.constructed = made.constructed || option.kind == Ast::OptionKind::constructed;
       if ( option.kind == Ast::OptionKind::get ) {
-         made.secondLookup = option.optionalLookup ? Model::SecondLookup::optional
-                                                   : Model::SecondLookup::same;
+         using Lookup = Model::SecondLookup;
+         made.secondLookup = option.optionalLookup ? Lookup::optional : Lookup::same;
       }
    }
 }
@@ -449,7 +402,6 @@ void Stages::declareMembers( const Scopes & scopes )
          MemberDeclarer( scopes, *draft ).declare();
       }
    }
-   declareFreeFunctions( scopes );
 }
 
 } // namespace VokGen

@@ -1,4 +1,4 @@
-// The checker's eighth stage: two things must not be generated under one name.
+// A stage of the checker: two things must not be generated under one name.
 #include "vokgen/Check.h"
 #include "vokgen/Names.h"
 
@@ -12,7 +12,10 @@ using Model::AttributeKind;
 /// Generated names of one scope, with what they stand for.
 class NameTable {
  public:
-   explicit NameTable( const Scopes & scopes ) : scopes_( scopes ) {}
+   struct Entry {
+      std::string what;
+      Location where; ///< Nowhere for what the framework declares.
+   };
 
    /// Enters a name that nothing here may clash with, of the framework or of another module.
    void reserve( const std::string & name, std::string what, Location where = {} )
@@ -20,34 +23,44 @@ class NameTable {
       entries_.emplace( name, Entry{ std::move( what ), where } );
    }
 
+   /// Names in `base` are taken here too. It must outlive this table.
+   void addBase( const NameTable & base ) { bases_.push_back( &base ); }
+
    /// Enters a name of this module; false, and reported, where it is taken.
-   bool add( const std::string & name, const std::string & what, Location where )
+   bool add( const Scopes & scopes, const std::string & name, const std::string & what,
+         Location where )
    {
-      const auto [ taken, added ] = entries_.emplace( name, Entry{ what, where } );
-      if ( !added ) {
-         scopes_.workspace().diagnostics.error( where, Message::nameTaken,
-               { what, name, taken->second.what } );
-         if ( taken->second.where.file ) {
-            scopes_.note( taken->second.where, Message::takenHere, { taken->second.what } );
-         }
+      const Entry * taken = find( name );
+      if ( !taken ) {
+         entries_.emplace( name, Entry{ what, where } );
+         return true;
       }
-      return added;
+      scopes.workspace().diagnostics.error( where, Message::nameTaken,
+            { what, name, taken->what } );
+      if ( taken->where.file ) {
+         scopes.note( taken->where, Message::takenHere, { taken->what } );
+      }
+      return false;
    }
 
-   const std::string * find( const std::string & name ) const
+   const Entry * find( const std::string & name ) const
    {
-      const auto found = entries_.find( name );
-      return found == entries_.end() ? nullptr : &found->second.what;
+      const auto own = entries_.find( name );
+      if ( own != entries_.end() ) {
+         return &own->second;
+      }
+      for ( const NameTable * base : bases_ ) {
+         const auto inherited = base->entries_.find( name );
+         if ( inherited != base->entries_.end() ) {
+            return &inherited->second;
+         }
+      }
+      return nullptr;
    }
 
  private:
-   struct Entry {
-      std::string what;
-      Location where;
-   };
-
-   const Scopes & scopes_;
    std::unordered_map< std::string, Entry > entries_;
+   std::vector< const NameTable * > bases_;
 };
 
 struct Generated {
@@ -87,12 +100,40 @@ std::vector< Generated > namesOf( const Model::Attribute & attribute )
    return names;
 }
 
+/// The names that attributes of entities make, for types that derive from them: collected once.
+class InheritedNames {
+ public:
+   const NameTable & of( const TypeDraft & base );
+
+ private:
+   std::unordered_map< const TypeDraft *, std::unique_ptr< NameTable > > tables_;
+};
+
+const NameTable & InheritedNames::of( const TypeDraft & base )
+{
+   std::unique_ptr< NameTable > & table = tables_[ &base ];
+   if ( table ) {
+      return *table;
+   }
+   table = std::make_unique< NameTable >();
+   for ( const auto & attribute : base.attributes ) {
+      if ( !attribute->attribute || attribute->source->isBareName ) {
+         continue;
+      }
+      for ( const Generated & generated : namesOf( *attribute->attribute ) ) {
+         table->reserve( generated.name, generated.what + attribute->attribute->fullName(),
+               { base.file, attribute->source->name.range } );
+      }
+   }
+   return *table;
+}
+
 class TypeNames {
  public:
-   TypeNames( const Scopes & scopes, const TypeDraft & draft )
+   TypeNames( const Scopes & scopes, const TypeDraft & draft, InheritedNames & inherited )
          : scopes_( scopes ),
            draft_( draft ),
-           table_( scopes )
+           inherited_( inherited )
    {
    }
 
@@ -100,13 +141,18 @@ class TypeNames {
 
  private:
    void reserveFramework();
-   void reserveBase( const TypeDraft & base );
+   void addBases();
    void addNested( const Model::RecordType & type );
    void addAttribute( const AttributeDraft & draft );
    void addMethods( const Model::ValueType & type );
+   bool add( const std::string & name, const std::string & what, Location where )
+   {
+      return table_.add( scopes_, name, what, where );
+   }
 
    const Scopes & scopes_;
    const TypeDraft & draft_;
+   InheritedNames & inherited_;
    NameTable table_;
 };
 
@@ -114,10 +160,7 @@ void TypeNames::check()
 {
    const Model::RecordType & type = *Model::asRecord( draft_.type );
    reserveFramework();
-   const Model::EntityType * entity = Model::asEntity( &type );
-   if ( const TypeDraft * base = entity ? scopes_.workspace().draftOf( entity->base ) : nullptr ) {
-      reserveBase( *base );
-   }
+   addBases();
    addNested( type );
    for ( const auto & attribute : draft_.attributes ) {
       const bool named = attribute->attribute && !attribute->source->isBareName;
@@ -151,20 +194,13 @@ void TypeNames::reserveFramework()
    }
 }
 
-void TypeNames::reserveBase( const TypeDraft & base )
+void TypeNames::addBases()
 {
-   for ( const TypeDraft * at = &base; at; ) {
-      for ( const auto & attribute : at->attributes ) {
-         if ( !attribute->attribute ) {
-            continue;
-         }
-         for ( const Generated & generated : namesOf( *attribute->attribute ) ) {
-            table_.reserve( generated.name, generated.what + attribute->attribute->fullName(),
-                  { at->file, attribute->source->name.range } );
-         }
+   const Model::EntityType * at = Model::asEntity( draft_.type );
+   for ( at = at ? at->base : nullptr; at; at = at->base ) {
+      if ( const TypeDraft * base = scopes_.workspace().draftOf( at ) ) {
+         table_.addBase( inherited_.of( *base ) );
       }
-      const Model::EntityType * entity = Model::asEntity( at->type );
-      at = entity ? scopes_.workspace().draftOf( entity->base ) : nullptr;
    }
 }
 
@@ -174,12 +210,12 @@ void TypeNames::addNested( const Model::RecordType & type )
       const Model::EnumType & nested = *type.enums[ i ];
       const Ast::Type & source = draft_.source->enums[ i ];
       const Location where = scopes_.location( source.name.range );
-      table_.add( nested.name, "the enumeration " + nested.name, where );
-      table_.add( Names::instance( nested.name ), "the lookup of " + nested.name, where );
+      add( nested.name, "the enumeration " + nested.name, where );
+      add( Names::instance( nested.name ), "the lookup of " + nested.name, where );
       std::set< std::string > own; // One declared twice has been reported.
       for ( const Ast::Enumerator & enumerator : source.enumerators ) {
          if ( own.insert( enumerator.name.text ).second ) {
-            table_.add( enumerator.name.text, "an enumerator of " + nested.name,
+            add( enumerator.name.text, "an enumerator of " + nested.name,
                   scopes_.location( enumerator.name.range ) );
          }
       }
@@ -196,12 +232,12 @@ void TypeNames::addAttribute( const AttributeDraft & draft )
       return;
    }
    for ( const Generated & generated : namesOf( *draft.attribute ) ) {
-      if ( !table_.add( generated.name, generated.what + draft.attribute->name, where ) ) {
+      if ( !add( generated.name, generated.what + draft.attribute->name, where ) ) {
          return;
       }
    }
    if ( draft.attribute->owner->kind == Model::TypeDeclarationKind::entity ) {
-      table_.add( Names::attributeId( draft.attribute->name ), "the id of " + draft.attribute->name,
+      add( Names::attributeId( draft.attribute->name ), "the id of " + draft.attribute->name,
             where );
    }
 }
@@ -214,7 +250,7 @@ void TypeNames::addMethods( const Model::ValueType & type )
             next < type.methods.size() && type.methods[ next ]->name == member.name.text;
       if ( method ) {
          ++next;
-         table_.add( member.name.text, "the method " + member.name.text,
+         add( member.name.text, "the method " + member.name.text,
                scopes_.location( member.name.range ) );
       }
    }
@@ -223,8 +259,7 @@ void TypeNames::addMethods( const Model::ValueType & type )
 /// The names that a module makes in its namespaces.
 class ModuleNames {
  public:
-   explicit ModuleNames( const Scopes & scopes ) : scopes_( scopes ),
-                                                   table_( scopes ) {}
+   explicit ModuleNames( const Scopes & scopes ) : scopes_( scopes ) {}
 
    void check();
 
@@ -244,7 +279,9 @@ void ModuleNames::check()
 {
    reserveUsed();
    const Enter add = [ this ]( const std::string & name, const std::string & what,
-                           Location where ) { return table_.add( name, what, where ); };
+                           Location where ) {
+      return table_.add( scopes_, name, what, where );
+   };
    for ( const auto & draft : scopes_.module().types ) {
       enter( *draft, add );
    }
@@ -318,9 +355,9 @@ void ModuleNames::enter( const Ast::Module & source, const Enter & enter )
 void ModuleNames::checkNamespaces()
 {
    for ( const Ast::Name & name : scopes_.module().source->namespaces ) {
-      if ( const std::string * what = table_.find( name.text ) ) {
+      if ( const NameTable::Entry * taken = table_.find( name.text ) ) {
          scopes_.error( name.range, Message::nameTaken,
-               { "the namespace " + name.text, name.text, *what } );
+               { "the namespace " + name.text, name.text, taken->what } );
       }
    }
 }
@@ -330,9 +367,10 @@ void ModuleNames::checkNamespaces()
 void Stages::checkNames( const Scopes & scopes )
 {
    ModuleNames( scopes ).check();
+   InheritedNames inherited;
    for ( const auto & draft : scopes.module().types ) {
       if ( Model::asRecord( draft->type ) ) {
-         TypeNames( scopes, *draft ).check();
+         TypeNames( scopes, *draft, inherited ).check();
       }
    }
 }

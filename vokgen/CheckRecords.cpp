@@ -1,4 +1,4 @@
-// The checker's seventh stage: what values and entities demand of their parts.
+// A stage of the checker: what values and entities demand of their parts.
 #include "vokgen/Check.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The checker's first stage: which types there are.
+// A stage of the checker: which types there are.
 #include "vokgen/Check.h"
 #include "vokgen/Names.h"
 
@@ -190,9 +190,9 @@ void TypeDeclarer::declare( const Ast::Type & source )
 void TypeDeclarer::fillEnum( const Ast::Type & source, TypeDraft & draft, Model::EnumType & type )
 {
    const std::string & width = source.width.text;
-   if ( width == "u8" || width == "u16" || width == "u32" ) {
-      type.bits = width == "u8" ? 8 : width == "u16" ? 16
-                                                     : 32;
+   const std::optional< Model::Type > number = builtInType( width );
+   if ( number && number->isNumber() && number->bits <= 32 ) {
+      type.bits = number->bits;
    } else if ( !source.broken ) {
       scopes_.error( source.width.range, Message::badEnumWidth, { width } );
       type.bits = 32; // No code is refused because of a width that nobody knows.

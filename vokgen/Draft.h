@@ -92,6 +92,12 @@ struct Workspace {
       const auto found = drafts.find( type );
       return found == drafts.end() ? nullptr : found->second;
    }
+   /// The enumerator of code 0; null where there is none.
+   const Model::Enumerator * zeroOf( const Model::EnumType * type ) const
+   {
+      const TypeDraft * draft = draftOf( type );
+      return draft ? draft->zero : nullptr;
+   }
 };
 
 } // namespace VokGen

@@ -42,6 +42,15 @@ Model::Expression ofTerm( std::string text, Model::Term term )
    return result;
 }
 
+/// A term as messages print it.
+std::string textOf( const Model::Term & term )
+{
+   if ( term.constant ) {
+      return term.constant->fullName();
+   }
+   return term.enumerator ? term.enumerator->fullName() : std::to_string( term.integer );
+}
+
 Model::Expression ofReal( std::string text, double value )
 {
    Model::Expression result;
@@ -271,23 +280,23 @@ std::optional< Model::Expression > Evaluator::sum( const Ast::Expression & expre
       const std::uint64_t sum = subtracted ? total - term->integer : total + term->integer;
       inRange = inRange && ( subtracted ? term->integer <= total : sum >= total );
       total = sum;
-      const std::string name = term->constant ? term->constant->fullName()
-            : term->enumerator                ? term->enumerator->fullName()
-                                              : source.name.text;
-      result.text += ( result.terms.empty() ? "(" : subtracted ? " - "
-                                                               : " + " ) +
-            name;
+      if ( !result.terms.empty() ) {
+         result.text += subtracted ? " - " : " + ";
+      }
+      result.text += textOf( *term );
       result.terms.push_back( *term );
    }
-   result.text += ")";
+   result.text = "(" + result.text + ")";
    if ( !inRange ) {
       scopes_.error( expression.range, Message::sumOutOfRange, { result.text } );
       return std::nullopt;
    }
    result.value.integer = total;
    const std::string shown = result.text + " = " + std::to_string( total );
-   return fits( total, shown, expression.range, innermost ) ? std::optional( result )
-                                                            : std::nullopt;
+   if ( !fits( total, shown, expression.range, innermost ) ) {
+      return std::nullopt;
+   }
+   return result;
 }
 
 } // namespace VokGen

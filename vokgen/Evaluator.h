@@ -54,6 +54,7 @@ class Evaluator {
 
    const Scopes & scopes_;
    std::size_t depth_ = 0;
+   bool tooDeep_ = false; ///< Reported; pieces of that chain are not reported again.
 };
 
 /// A text as it is written in a definition: quoted, with escapes.

@@ -68,10 +68,14 @@ bool Evaluator::ensure( AttributeDraft & constant, TypeDraft & owner )
       return false; // A mask; the flags' check sets it before any constant is asked for.
    }
    const bool running = constant.evaluation == AttributeDraft::Evaluation::running;
-   if ( running || depth_ == depthLimit ) {
-      scopes_.error( source.name.range,
-            running ? Message::constantOfItself : Message::constantTooDeep,
+   if ( running ) {
+      scopes_.error( source.name.range, Message::constantOfItself, { source.name.text } );
+   } else if ( depth_ == depthLimit && !tooDeep_ ) {
+      scopes_.error( source.name.range, Message::constantTooDeep,
             { source.name.text, std::to_string( depthLimit ) } );
+      tooDeep_ = true;
+   }
+   if ( running || depth_ == depthLimit ) {
       constant.flawed = true;
       return false;
    }
@@ -104,8 +108,9 @@ Evaluator::Meaning Evaluator::constantOf( AttributeDraft & draft, TypeDraft & ow
 Evaluator::Meaning Evaluator::find( const std::string & name, Range range,
       const Model::EnumType * wanted, const TypeDraft & inside )
 {
-   return name.find( "::" ) == std::string::npos ? findBare( name, range, wanted, inside )
-                                                 : findQualified( name, range, wanted, inside );
+   const bool bare = name.find( "::" ) == std::string::npos;
+   return bare ? findBare( name, range, wanted, inside )
+               : findQualified( name, range, wanted, inside );
 }
 
 Evaluator::Meaning Evaluator::findBare( const std::string & name, Range range,

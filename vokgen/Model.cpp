@@ -45,8 +45,8 @@ std::string Attribute::fullName() const { return owner->fullName + "::" + name; 
 
 std::string Attribute::reflectedName() const
 {
-   return kind == AttributeKind::constructorArgument && isIdentity && name == "name" ? "nameString"
-                                                                                     : name;
+   const bool plainName = isIdentity && name == "name";
+   return plainName ? "nameString" : name;
 }
 
 bool Attribute::hasMutator() const
@@ -178,8 +178,10 @@ const Attribute * EntityType::identityArgument() const
 Identity EntityType::identity() const
 {
    const Attribute * argument = identityArgument();
-   return !argument ? Identity::none : argument->name == "name" ? Identity::name
-                                                                : Identity::argument;
+   if ( !argument ) {
+      return Identity::none;
+   }
+   return argument->name == "name" ? Identity::name : Identity::argument;
 }
 
 const Attribute * EntityType::findWithBase( std::string_view attribute ) const
@@ -231,8 +233,8 @@ namespace {
 template< class T >
 const T * as( const TypeDeclaration * declaration, TypeDeclarationKind kind )
 {
-   return declaration && declaration->kind == kind ? static_cast< const T * >( declaration )
-                                                   : nullptr;
+   const bool matches = declaration && declaration->kind == kind;
+   return matches ? static_cast< const T * >( declaration ) : nullptr;
 }
 
 } // namespace

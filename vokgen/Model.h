@@ -34,6 +34,8 @@ struct TypeDeclaration {
    std::string name; ///< "Status"
    std::string fullName; ///< "FlowTracking::PacketBuffer::Status"; also its C++ spelling.
    std::string nameSpace; ///< "FlowTracking": the namespace, without the type that holds it.
+   /// UTF-8 without control characters but tabs; a line end stands between two paragraphs. Like all
+   /// documentation of the model it may hold any mark-up and end in a backslash.
    std::string documentation;
    const Module * module = nullptr;
    const RecordType * holder = nullptr; ///< The type that a nested enumeration belongs to.

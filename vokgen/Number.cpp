@@ -1,4 +1,4 @@
-// The checker's last stage: ids, hash salts, and the order in which C++ can define the types.
+// A stage of the checker: ids, hash salts, and the order in which C++ can define the types.
 #include "vokgen/Check.h"
 #include "vokgen/Circles.h"
 
@@ -26,10 +26,16 @@ std::uint32_t saltOf( std::string_view text )
 /// In a value: constructor arguments, fields and collections, flags, constants.
 int rankInValue( AttributeKind kind )
 {
-   return kind == AttributeKind::constructorArgument ? 0
-         : kind == AttributeKind::flag               ? 2
-         : kind == AttributeKind::constant           ? 3
-                                                     : 1;
+   switch ( kind ) {
+   case AttributeKind::constructorArgument:
+      return 0;
+   case AttributeKind::flag:
+      return 2;
+   case AttributeKind::constant:
+      return 3;
+   default:
+      return 1;
+   }
 }
 
 void numberType( Model::RecordType & type )
@@ -64,8 +70,11 @@ void numberType( Model::RecordType & type )
 /// Collects what a type's definition needs of other types.
 class NeedsOf {
  public:
-   NeedsOf( const Scopes & scopes, const TypeDraft & draft ) : scopes_( scopes ),
-                                                               draft_( draft ) {}
+   NeedsOf( const Scopes & scopes, const TypeDraft & draft )
+         : scopes_( scopes ),
+           draft_( draft )
+   {
+   }
 
    /// Fills the type's needsDefined and needsDeclared; gives the former as drafts.
    std::vector< Need > collect();
@@ -137,8 +146,8 @@ void NeedsOf::function( const Model::Function & function, Range range )
 void NeedsOf::attribute( const AttributeDraft & draft )
 {
    const Model::Attribute & attribute = *draft.attribute;
-   const Range range = draft.source->type.empty() ? draft.source->name.range
-                                                  : draft.source->type.range;
+   const Ast::Member & source = *draft.source;
+   const Range range = source.type.empty() ? source.name.range : source.type.range;
    if ( attribute.function ) {
       function( *attribute.function, range );
       return;

@@ -16,6 +16,30 @@ Ast::TypeKind kindOf( std::string_view word )
                                : Ast::TypeKind::entity;
 }
 
+/// A modifier of one word that such a type takes.
+bool isModifier( Ast::TypeKind kind, std::string_view word )
+{
+   if ( kind == Ast::TypeKind::entity ) {
+      return word == "nofactory";
+   }
+   return kind == Ast::TypeKind::value &&
+         ( word == "ordered" || word == "fixed" || word == "truth" || word == "unhashable" ||
+               word == "untextable" );
+}
+
+/// What may follow the name and the arguments of a type.
+const char * modifiersOf( Ast::TypeKind kind )
+{
+   switch ( kind ) {
+   case Ast::TypeKind::value:
+      return "'ordered', 'fixed', 'truth', 'unhashable', 'untextable', 'by hand' or '{'";
+   case Ast::TypeKind::entity:
+      return "'checks', 'nofactory' or '{'";
+   default:
+      return "'{'";
+   }
+}
+
 } // namespace
 
 Ast::Module parse( const SourceFile & file, Diagnostics & diagnostics )
@@ -219,18 +243,11 @@ void FileParser::modifiers( Ast::Type & type )
             type.checks.push_back(
                   cursor_.expectWord( "an attribute with bounds after 'checks'" ) );
          } while ( cursor_.take( "," ) );
-      } else if ( ( value &&
-                        ( word == "ordered" || word == "fixed" || word == "truth" ||
-                              word == "unhashable" || word == "untextable" ) ) ||
-            ( entity && word == "nofactory" ) ) {
+      } else if ( isModifier( type.kind, word ) ) {
          type.modifiers.push_back( { word, range } );
          cursor_.advance();
       } else {
-         cursor_.abandon( value
-                     ? "'ordered', 'fixed', 'truth', 'unhashable', 'untextable', 'by hand' "
-                       "or '{'"
-                     : entity ? "'checks', 'nofactory' or '{'"
-                              : "'{'" );
+         cursor_.abandon( modifiersOf( type.kind ) );
       }
    }
 }

@@ -24,8 +24,11 @@ class ExpressionParser {
 /// What stands between the braces of a type, and the arguments after its name.
 class MemberParser {
  public:
-   explicit MemberParser( TokenCursor & cursor ) : cursor_( cursor ),
-                                                   expressions_( cursor ) {}
+   explicit MemberParser( TokenCursor & cursor )
+         : cursor_( cursor ),
+           expressions_( cursor )
+   {
+   }
 
    /// Parses one member into `type`; on an error reports, recovers, and keeps the member's name.
    void member( Ast::Type & type );

@@ -16,7 +16,9 @@ using NboAttrLog::Exception;
 using NboAttrLog::In;
 
 BatchApply::BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types )
-      : reader_( reader ), frame_( frame ), types_( std::move( types ) ),
+      : reader_( reader ),
+        frame_( frame ),
+        types_( std::move( types ) ),
         sameStream_( reader.last_ != 0 && reader.stream_ == frame.stream )
 {
 }
@@ -44,8 +46,8 @@ void BatchApply::prepare()
    makeSlots();
 }
 
-// The replica's root was made by the client: its constant arguments have to be the writer's, its name may
-// be another.
+// The replica's root was made by the client: its constant arguments have to be the writer's, its
+// name may be another.
 void BatchApply::checkRoot( In in )
 {
    const Entity & root = *reader_.root_;
@@ -178,8 +180,8 @@ Corvo::Ptr< Entity > BatchApply::entityOf( std::uint64_t number )
    return found && inPlace( *found->value ) ? found->value->link.entity : nullptr;
 }
 
-// What a reference leads to: the entity, wherever it stands; null where it is gone. Throws for a number that
-// the stream never introduced.
+// What a reference leads to: the entity, wherever it stands; null where it is gone. Throws for a
+// number that the stream never introduced.
 Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const AttributeRow & row )
 {
    Corvo::Ptr< Entity > target;
@@ -197,8 +199,8 @@ Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const Attribute
    return target;
 }
 
-// Whether a slot's entity still stands where the stream put it: the replica's own users may have deleted it, or
-// something above it. What was found once holds until something leaves its parent.
+// Whether a slot's entity still stands where the stream put it: the replica's own users may have
+// deleted it, or something above it. What was found once holds until something leaves its parent.
 bool BatchApply::inPlace( ReplicaSlot & slot )
 {
    std::vector< ReplicaSlot * > line;
@@ -420,7 +422,8 @@ void BatchApply::commit() noexcept
    for ( std::size_t i = 0; i != newSlots_.size(); ++i ) {
       const auto [ node, inserted ] = reader_.slots_.findOrInsert( intros_[ i ]->number, [ & ] {
          return MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >{
-            intros_[ i ]->number, nullptr };
+            intros_[ i ]->number, nullptr
+         };
       } );
       node->value = std::move( newSlots_[ i ] );
    }

@@ -41,7 +41,7 @@ class BatchApply {
          waiting,
          ready
       } state = State::pending;
-      bool fresh = false;    ///< made for this batch
+      bool fresh = false; ///< made for this batch
       bool recorded = false; ///< has a record
       Corvo::Ptr< Entity > entity; ///< null: ignored
    };
@@ -99,7 +99,7 @@ class BatchApply {
    std::vector< std::unique_ptr< Intro > > intros_;
    HashMap2018< MapNode< std::uint64_t, Intro * >, std::uint64_t, Intro * > introByNumber_;
    std::vector< std::unique_ptr< ReplicaSlot > > newSlots_; // by intro, null for ignored ones
-   ReplicaSlots wholeSlots_;                                // those of a whole tree
+   ReplicaSlots wholeSlots_; // those of a whole tree
    std::vector< ReplicaSlot * > left_; // slots whose entities are outside the tree from now on
    PendingTell pending_;
    std::vector< Corvo::String > passedOver_;

@@ -21,7 +21,10 @@ namespace {
 class StagedWord final : public Staged {
  public:
    StagedWord( const AttributeRow & row, void * storage, OwnedValue next )
-         : row_( row ), storage_( storage ), next_( std::move( next ) ), old_( *row.value )
+         : row_( row ),
+           storage_( storage ),
+           next_( std::move( next ) ),
+           old_( *row.value )
    {
       row.storage->load( storage, old_.data() );
    }

@@ -1,4 +1,5 @@
-// The bytes of a batch. docs/log.md has the grammar and a worked example; this is its table of constants.
+// The bytes of a batch. docs/log.md has the grammar and a worked example; this is its table of
+// constants.
 #pragma once
 
 #include <cstddef>
@@ -15,10 +16,10 @@ inline constexpr std::size_t checksumSize = 8;
 
 // record head: number of the entity * 4 + kind
 enum class RecordKind : std::uint8_t {
-   change = 0,  // some attributes of an entity that the reader has
-   whole = 1,   // all attributes of an entity that this batch introduces; what is not listed is at its default
+   change = 0, // some attributes of an entity that the reader has
+   whole = 1, // all attributes of an entity that this batch introduces; what is not listed is at its default
    outside = 2, // the same, of an entity outside the tree, which the record introduces
-   left = 3,    // as change, of an entity that left the tree and that references still lead to
+   left = 3, // as change, of an entity that left the tree and that references still lead to
 };
 
 // payload of a collection: length, mode, operations or members

@@ -40,12 +40,12 @@ class BatchWriter::Node final : public FlowOutBase {
 
    BatchWriter * writer;
    Entity * entity;
-   std::uint64_t number = 0;     ///< under which the reader knows it
-   std::uint64_t birth = 0;      ///< the batch that introduced it first; 0 while none has
-   std::uint64_t known = 0;      ///< the batch that introduced it last; 0 while none has
+   std::uint64_t number = 0; ///< under which the reader knows it
+   std::uint64_t birth = 0; ///< the batch that introduced it first; 0 while none has
+   std::uint64_t known = 0; ///< the batch that introduced it last; 0 while none has
    std::uint64_t references = 0; ///< written references that lead here
-   bool outside = false;         ///< no part of the tree
-   bool left = false;            ///< the reader has not been told that it is outside
+   bool outside = false; ///< no part of the tree
+   bool left = false; ///< the reader has not been told that it is outside
    bool inDirtyList = false;
 
    Node * parent = nullptr;

@@ -1,10 +1,10 @@
 // The reader of a change stream: what it knows between batches.
 //
-// A batch is read in four passes. Its frame is checked: length, checksum, place in the stream. Then every
-// record and every value is checked, and nothing of them is kept. Then the batch is prepared: entities that it
-// introduces are made or found, and every change to what exists is staged, with all memory that it will need;
-// until here anything may throw and nothing has changed. At last the staged changes are committed, which cannot
-// fail, and told.
+// A batch is read in four passes. Its frame is checked: length, checksum, place in the stream.
+// Then every record and every value is checked, and nothing of them is kept. Then the batch is
+// prepared: entities that it introduces are made or found, and every change to what exists is
+// staged, with all memory that it will need; until here anything may throw and nothing has
+// changed. At last the staged changes are committed, which cannot fail, and told.
 #pragma once
 
 #include "Vok/Entity.h"
@@ -18,14 +18,14 @@
 
 namespace Vok::Detail {
 
-/// One entity of the replica, under the number that the stream gives it. The link is null when the entity is
-/// gone.
+/// One entity of the replica, under the number that the stream gives it. The link is null when
+/// the entity is gone.
 struct ReplicaSlot {
    EntityLink link;
-   std::uint32_t type = 0;     ///< its number in the stream
-   std::uint64_t birth = 0;    ///< the batch that introduced it first
-   std::uint64_t parent = 0;   ///< the number of the parent
-   bool outside = false;       ///< it has none
+   std::uint32_t type = 0; ///< its number in the stream
+   std::uint64_t birth = 0; ///< the batch that introduced it first
+   std::uint64_t parent = 0; ///< the number of the parent
+   bool outside = false; ///< it has none
    std::uint64_t verified = 0; ///< when it was last found in its place
 };
 

@@ -15,7 +15,9 @@ namespace Vok::Detail {
 // ---- Node -------------------------------------------------------------------------------------
 
 BatchWriter::Node::Node( BatchWriter & owner, Entity & followed, Node * above )
-      : FlowOutBase( followed ), writer( &owner ), entity( &followed )
+      : FlowOutBase( followed ),
+        writer( &owner ),
+        entity( &followed )
 {
    if ( above ) {
       adoptedBy( *above );
@@ -94,7 +96,8 @@ std::uint64_t newStream()
 
 } // namespace
 
-BatchWriter::BatchWriter( const Corvo::Ptr< Entity > & root ) : root_( root ), stream_( newStream() )
+BatchWriter::BatchWriter( const Corvo::Ptr< Entity > & root ) : root_( root ),
+                                                                stream_( newStream() )
 {
    nodeOf( *root_, nullptr );
 }
@@ -145,7 +148,8 @@ bool BatchWriter::belongs( const Entity & entity ) const noexcept
    return false;
 }
 
-// The entity of `top` left the tree, with all below it. What a written reference still leads to stays.
+// The entity of `top` left the tree, with all below it. What a written reference still leads to
+// stays.
 void BatchWriter::drop( Node & top ) noexcept
 {
    top.unlink();

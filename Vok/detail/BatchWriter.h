@@ -1,10 +1,11 @@
 // The writer of a change stream.
 //
-// Every entity of the tree that has been written has a node: a FlowOut that notes its changes, with the number
-// under which the reader knows the entity. Nodes are made when an entity is first written, not when it comes
-// into being, so that a change of a child that the reader does not know yet costs nothing. A node is dropped as
-// soon as its entity leaves the tree, unless a reference that was written still leads to it: then it stays, as
-// the root of what the stream calls outside.
+// Every entity of the tree that has been written has a node: a FlowOut that notes its changes,
+// with the number under which the reader knows the entity. Nodes are made when an entity is first
+// written, not when it comes into being, so that a change of a child that the reader does not
+// know yet costs nothing. A node is dropped as soon as its entity leaves the tree, unless a
+// reference that was written still leads to it: then it stays, as the root of what the stream
+// calls outside.
 #pragma once
 
 #include "Vok/Entity.h"

@@ -261,8 +261,8 @@ void BatchWriter::writeArguments( const Entity & entity )
    body_.putBytes( args.data(), args.size() );
 }
 
-// The number of a referred entity. One of the tree that no batch has introduced is introduced by its parent
-// in this one; one outside the tree by a record of its own.
+// The number of a referred entity. One of the tree that no batch has introduced is introduced by
+// its parent in this one; one outside the tree by a record of its own.
 std::uint64_t BatchWriter::referenceNumber( const Entity & target )
 {
    Node & node = nodeOf( target, nullptr );

@@ -9,8 +9,7 @@
 namespace Vok::Detail {
 
 // The bytes at `from` as a word in the machine's own order.
-template< class Word >
-inline Word loadNative( const void * from ) noexcept
+template< class Word > inline Word loadNative( const void * from ) noexcept
 {
    Word word;
    std::memcpy( &word, from, sizeof word );
@@ -58,18 +57,21 @@ inline bool equalBytes( const char * a, const char * b, std::size_t size ) noexc
       return std::memcmp( a, b, size ) == 0;
    }
    if ( size >= 8 ) {
-      const auto differing = ( loadNative< std::uint64_t >( a ) ^ loadNative< std::uint64_t >( b ) ) |
+      const auto differing =
+            ( loadNative< std::uint64_t >( a ) ^ loadNative< std::uint64_t >( b ) ) |
             ( loadNative< std::uint64_t >( a + size - 8 ) ^
                   loadNative< std::uint64_t >( b + size - 8 ) );
       return differing == 0;
    }
    if ( size >= 4 ) {
-      const auto differing = ( loadNative< std::uint32_t >( a ) ^ loadNative< std::uint32_t >( b ) ) |
+      const auto differing =
+            ( loadNative< std::uint32_t >( a ) ^ loadNative< std::uint32_t >( b ) ) |
             ( loadNative< std::uint32_t >( a + size - 4 ) ^
                   loadNative< std::uint32_t >( b + size - 4 ) );
       return differing == 0;
    }
-   return size == 0 || ( a[ 0 ] == b[ 0 ] && a[ size / 2 ] == b[ size / 2 ] && a[ size - 1 ] == b[ size - 1 ] );
+   return size == 0 ||
+         ( a[ 0 ] == b[ 0 ] && a[ size / 2 ] == b[ size / 2 ] && a[ size - 1 ] == b[ size - 1 ] );
 }
 
 } // namespace Vok::Detail

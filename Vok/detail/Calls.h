@@ -138,6 +138,6 @@ template< class T, class... Args > struct MakeEntity {
 /// How a T is made from its constructor arguments.
 template< class T, class... Args >
 inline constexpr EntityMaker makeEntity = { MakeEntity< T, Args... >::make,
-      MakeEntity< T, Args... >::reinstantiate };
+   MakeEntity< T, Args... >::reinstantiate };
 
 } // namespace Vok::Detail

@@ -1,5 +1,5 @@
-// The operations of a collection, for code that knows its type only at run time. One row of functions per
-// collection type; generated tables point to them.
+// The operations of a collection, for code that knows its type only at run time. One row of
+// functions per collection type; generated tables point to them.
 #pragma once
 
 #include "Vok/AttributeChildren.h"
@@ -16,12 +16,13 @@
 
 namespace Vok::Detail {
 
-/// Called with the addresses of a member's key and value (of a set twice the element, of children and
-/// references the key and the pointer); says whether to go on.
+/// Called with the addresses of a member's key and value (of a set twice the element, of children
+/// and references the key and the pointer); says whether to go on.
 using MemberVisit = FunctionRef< bool( const void * key, const void * value ) >;
 
-/// `collection` is the address of the attribute's storage, keys and values are addresses of objects of the
-/// types that the attribute's row names. Rows hold null where an operation does not fit the kind.
+/// `collection` is the address of the attribute's storage, keys and values are addresses of
+/// objects of the types that the attribute's row names. Rows hold null where an operation does
+/// not fit the kind.
 struct CollectionOps {
    std::size_t ( *size )( const void * collection );
 
@@ -253,30 +254,30 @@ template< class T > struct ChildOps {
 
 template< class Map >
 inline constexpr CollectionOps mapOps = { MapOps< Map >::size, MapOps< Map >::find,
-      MapOps< Map >::each, MapOps< Map >::put, MapOps< Map >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
-      nullptr, &mapStreamOps< Map > };
+   MapOps< Map >::each, MapOps< Map >::put, MapOps< Map >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
+   nullptr, &mapStreamOps< Map > };
 
 template< class Set >
 inline constexpr CollectionOps setOps = { SetOps< Set >::size, SetOps< Set >::find,
-      SetOps< Set >::each, SetOps< Set >::put, SetOps< Set >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
-      nullptr, &setStreamOps< Set > };
+   SetOps< Set >::each, SetOps< Set >::put, SetOps< Set >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
+   nullptr, &setStreamOps< Set > };
 
 template< class Map >
 inline constexpr CollectionOps childrenOps = { ChildrenOps< Map >::size, ChildrenOps< Map >::find,
-      ChildrenOps< Map >::each, nullptr, ChildrenOps< Map >::del, ChildrenOps< Map >::entity,
-      ChildrenOps< Map >::pointee, ChildrenOps< Map >::keyText, ChildrenOps< Map >::insert, ChildrenOps< Map >::leaveAll,
-      ChildrenOps< Map >::memberType, &childrenStreamOps< Map > };
+   ChildrenOps< Map >::each, nullptr, ChildrenOps< Map >::del, ChildrenOps< Map >::entity,
+   ChildrenOps< Map >::pointee, ChildrenOps< Map >::keyText, ChildrenOps< Map >::insert, ChildrenOps< Map >::leaveAll,
+   ChildrenOps< Map >::memberType, &childrenStreamOps< Map > };
 
 template< class Map >
 inline constexpr CollectionOps referencesOps = { ReferencesOps< Map >::size,
-      ReferencesOps< Map >::find, ReferencesOps< Map >::each, nullptr, ReferencesOps< Map >::del,
-      ReferencesOps< Map >::entity, ReferencesOps< Map >::pointee, ReferencesOps< Map >::keyText, ReferencesOps< Map >::insert,
-      nullptr, ReferencesOps< Map >::memberType, &referencesStreamOps< Map > };
+   ReferencesOps< Map >::find, ReferencesOps< Map >::each, nullptr, ReferencesOps< Map >::del,
+   ReferencesOps< Map >::entity, ReferencesOps< Map >::pointee, ReferencesOps< Map >::keyText, ReferencesOps< Map >::insert,
+   nullptr, ReferencesOps< Map >::memberType, &referencesStreamOps< Map > };
 
 template< class T >
 inline constexpr CollectionOps childOps = { ChildOps< T >::size, ChildOps< T >::find,
-      ChildOps< T >::each, nullptr, ChildOps< T >::del, ChildOps< T >::entity, ChildOps< T >::pointee, ChildOps< T >::keyText,
-      ChildOps< T >::insert, ChildOps< T >::leaveAll, ChildOps< T >::memberType,
-      &childStreamOps< T > };
+   ChildOps< T >::each, nullptr, ChildOps< T >::del, ChildOps< T >::entity, ChildOps< T >::pointee, ChildOps< T >::keyText,
+   ChildOps< T >::insert, ChildOps< T >::leaveAll, ChildOps< T >::memberType,
+   &childStreamOps< T > };
 
 } // namespace Vok::Detail

@@ -17,14 +17,15 @@ namespace Detail {
 
 class DirtyKeys;
 
-/// A bit per attribute, and for each collection that has any the set of its changed keys. Attributes are
-/// counted as the type's table lists them.
+/// A bit per attribute, and for each collection that has any the set of its changed keys.
+/// Attributes are counted as the type's table lists them.
 class VOK_EXPORT DirtyState {
  public:
    explicit DirtyState( const TypeData & type );
    ~DirtyState();
 
-   /// Takes note of a change; whether it was a new one. Throws std::bad_alloc, and then nothing is noted.
+   /// Takes note of a change; whether it was a new one. Throws std::bad_alloc, and then nothing
+   /// is noted.
    bool note( const Corvo::Change & change );
 
    bool any() const noexcept;
@@ -53,7 +54,7 @@ class VOK_EXPORT DirtyState {
    std::size_t wordCount() const noexcept;
 
    const TypeData * type_;
-   std::uint64_t one_ = 0;                   // the bits of a type of at most 64 attributes
+   std::uint64_t one_ = 0; // the bits of a type of at most 64 attributes
    std::unique_ptr< std::uint64_t[] > many_; // those of a larger one
    std::vector< KeySet > keySets_;
    std::size_t keyCount_ = 0;

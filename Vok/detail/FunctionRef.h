@@ -14,7 +14,8 @@ template< class R, class... Args > class FunctionRef< R( Args... ) > {
  public:
    template< class F >
       requires( !std::is_same_v< std::remove_cvref_t< F >, FunctionRef > )
-   FunctionRef( F && f ) noexcept
+   FunctionRef( F && f )
+   noexcept
          : object_( const_cast< void * >( static_cast< const void * >( std::addressof( f ) ) ) ),
            call_( []( void * object, Args... args ) -> R {
               return ( *static_cast< std::remove_reference_t< F > * >( object ) )(
@@ -27,7 +28,8 @@ template< class R, class... Args > class FunctionRef< R( Args... ) > {
 
  private:
    void * object_;
-   R ( *call_ )( void *, Args... );
+   R( *call_ )
+   ( void *, Args... );
 };
 
 } // namespace Vok::Detail

@@ -65,8 +65,7 @@ std::uint64_t hashLongBytes( const char * bytes, std::size_t size, HashSeed seed
       std::uint64_t chain[ 4 ] = { state, state, state, state };
       do {
          for ( std::size_t i = 0; i < 4; ++i ) {
-            chain[ i ] = multiplyFold(
-                  loadLittle64( bytes + 16 * i ) ^ seed.a ^ hashWords[ 4 + i ],
+            chain[ i ] = multiplyFold( loadLittle64( bytes + 16 * i ) ^ seed.a ^ hashWords[ 4 + i ],
                   loadLittle64( bytes + 16 * i + 8 ) ^ chain[ i ] );
          }
          bytes += 64;
@@ -76,8 +75,8 @@ std::uint64_t hashLongBytes( const char * bytes, std::size_t size, HashSeed seed
             multiplyFold( chain[ 2 ] ^ hashWords[ 1 ], chain[ 3 ] ^ seed.a );
    }
    while ( size > 16 ) {
-      state = multiplyFold( loadLittle64( bytes ) ^ seed.a ^ hashWords[ 2 ],
-            loadLittle64( bytes + 8 ) ^ state );
+      state = multiplyFold(
+            loadLittle64( bytes ) ^ seed.a ^ hashWords[ 2 ], loadLittle64( bytes + 8 ) ^ state );
       bytes += 16;
       size -= 16;
    }
@@ -90,8 +89,9 @@ std::uint64_t hashLongBytes( const char * bytes, std::size_t size, HashSeed seed
 namespace {
 
 // One step of a chain. For a fixed word it maps states one to one, and for a fixed state words:
-// what differs once, differs to the end. A single product would pass the topmost bit on alone, and a
-// second flipped bit could undo the first; two, with the high half folded down before each, do not.
+// what differs once, differs to the end. A single product would pass the topmost bit on alone, and
+// a second flipped bit could undo the first; two, with the high half folded down before each, do
+// not.
 std::uint64_t stirred( std::uint64_t state, std::uint64_t word ) noexcept
 {
    std::uint64_t x = state ^ word;

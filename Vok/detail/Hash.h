@@ -32,10 +32,9 @@ VOK_EXPORT HashSeed tableSeed( std::uint32_t constant ) noexcept;
 VOK_EXPORT void pinHashSeed( HashSeed seed ) noexcept;
 
 // Fixed odd words with about half of their bits set, without structure.
-inline constexpr std::uint64_t hashWords[ 8 ] = {
-   0xb5c18f3a6d92e747, 0x8d3e65f1c2a94b1d, 0xe39a4c7d16f58b2b, 0x9c6f1b82d5a7e363,
-   0xd1b4729ec58f3a65, 0xa7e853c96b1d4f93, 0xc92d5b17e46a38f1, 0xf16ca93d8e274bd5
-};
+inline constexpr std::uint64_t hashWords[ 8 ] = { 0xb5c18f3a6d92e747, 0x8d3e65f1c2a94b1d,
+   0xe39a4c7d16f58b2b, 0x9c6f1b82d5a7e363, 0xd1b4729ec58f3a65, 0xa7e853c96b1d4f93,
+   0xc92d5b17e46a38f1, 0xf16ca93d8e274bd5 };
 
 struct Product {
    std::uint64_t low;
@@ -59,7 +58,8 @@ constexpr Product multiply( std::uint64_t x, std::uint64_t y ) noexcept
 #ifdef __SIZEOF_INT128__
    __extension__ using Wide = unsigned __int128;
    const Wide product = Wide{ x } * y;
-   return { static_cast< std::uint64_t >( product ), static_cast< std::uint64_t >( product >> 64 ) };
+   return { static_cast< std::uint64_t >( product ),
+      static_cast< std::uint64_t >( product >> 64 ) };
 #else
    return multiplyByHalves( x, y );
 #endif
@@ -80,7 +80,8 @@ constexpr std::uint64_t hashWord( std::uint64_t word, HashSeed seed ) noexcept
 }
 
 // A hash of more than 16 bytes.
-VOK_EXPORT std::uint64_t hashLongBytes( const char * bytes, std::size_t size, HashSeed seed ) noexcept;
+VOK_EXPORT std::uint64_t hashLongBytes(
+      const char * bytes, std::size_t size, HashSeed seed ) noexcept;
 
 // A hash of any bytes. The same on every machine for the same seed.
 inline std::uint64_t hashBytes( const char * bytes, std::size_t size, HashSeed seed ) noexcept
@@ -111,8 +112,7 @@ inline std::uint64_t hashBytes( const char * bytes, std::size_t size, HashSeed s
 //    static std::uint64_t hash( const K & key, HashSeed seed );
 // It must not throw, and equal keys must have equal hashes. A specialisation may also name a type
 // `Query` by which keys are looked up in place of `const K &`; its hash takes a Query then.
-template< class K >
-struct KeyHash;
+template< class K > struct KeyHash;
 
 template< class K >
    requires std::integral< K > || std::is_enum_v< K >
@@ -123,8 +123,7 @@ struct KeyHash< K > {
    }
 };
 
-template<>
-struct KeyHash< double > {
+template<> struct KeyHash< double > {
    static std::uint64_t hash( double key, HashSeed seed ) noexcept
    {
       // The two zeros are equal.
@@ -133,16 +132,14 @@ struct KeyHash< double > {
    }
 };
 
-template< class T >
-struct KeyHash< T * > {
+template< class T > struct KeyHash< T * > {
    static std::uint64_t hash( const T * key, HashSeed seed ) noexcept
    {
       return hashWord( reinterpret_cast< std::uintptr_t >( key ), seed );
    }
 };
 
-template<>
-struct KeyHash< std::string_view > {
+template<> struct KeyHash< std::string_view > {
    static std::uint64_t hash( std::string_view key, HashSeed seed ) noexcept
    {
       return hashBytes( key.data(), key.size(), seed );
@@ -150,14 +147,12 @@ struct KeyHash< std::string_view > {
 };
 
 // Texts are looked up by any text, without making a String.
-template<>
-struct KeyHash< Corvo::String > : KeyHash< std::string_view > {
+template<> struct KeyHash< Corvo::String > : KeyHash< std::string_view > {
    using Query = std::string_view;
 };
 
 // What a key is looked up by.
-template< class K >
-struct KeyQueryOf {
+template< class K > struct KeyQueryOf {
    using Type = const K &;
 };
 template< class K >
@@ -165,8 +160,7 @@ template< class K >
 struct KeyQueryOf< K > {
    using Type = typename KeyHash< K >::Query;
 };
-template< class K >
-using KeyQuery = typename KeyQueryOf< K >::Type;
+template< class K > using KeyQuery = typename KeyQueryOf< K >::Type;
 
 // A checksum of any bytes: fixed for ever, the same in every process and on every machine. It finds
 // accidents, not attacks. What happens within one of the consecutive 8-byte words is found with

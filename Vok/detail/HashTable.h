@@ -1,21 +1,18 @@
-// The engine of HashMap2018 and HSet: lookup, insertion, removal, growth. HashMap2018.h draws the
-// picture and states the invariants; the code below only has to match it.
+// The engine of HashMap2018 and HSet, and its lookup. HashMap2018.h draws the picture and states
+// the invariants; the code only has to match it. Insertion and removal stand in HashTableChange.h,
+// growth in HashTableGrowth.h, iteration in HashTableCursor.h.
 #pragma once
 
 #include "Vok/detail/Lanes.h"
-#include "Vok/detail/MarkShift.h"
 #include "Vok/detail/Relocate.h"
 #include "Vok/detail/TableBlock.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <new>
 #include <optional>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 // Where a program defines VOK_COUNT_STEPS, every look at eight marks, every comparison of keys and
 // every node that is moved counts one step.
@@ -31,15 +28,14 @@ inline std::uint64_t tableSteps = 0;
 namespace Vok::Detail {
 
 // Node is as MapNodes.h describes it; Lanes is SseLanes or PortableLanes.
-template< class Node, class Lanes = DefaultLanes >
-class HashTable {
+template< class Node, class Lanes = DefaultLanes > class HashTable {
  public:
    using Key = typename Node::Key;
    using Query = KeyQuery< Key >;
    class Cursor;
 
-   static_assert( std::is_nothrow_move_constructible_v< Node > &&
-         std::is_nothrow_destructible_v< Node > );
+   static_assert(
+         std::is_nothrow_move_constructible_v< Node > && std::is_nothrow_destructible_v< Node > );
 
    HashTable() noexcept = default;
    HashTable( const HashTable & other ) { copy( other ); }
@@ -72,12 +68,10 @@ class HashTable {
       return place.found ? nodes() + place.slot : nullptr;
    }
 
-   template< class Make >
-   std::pair< Node *, bool > findOrInsert( Query query, Make && make )
+   template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       if ( table_ == nullptr ) {
-         Node node = std::forward< Make >( make )();
-         return { insertFirst( node ), true };
+         return { insertMade( 0, 0, make ), true };
       }
       const std::uint64_t hash = hashOf( query );
       const Place place = lookUp( query, hash );
@@ -85,12 +79,12 @@ class HashTable {
          return { nodes() + place.slot, false };
       }
       // From here on the query may be gone: it may lie in what `make` moves into the node.
-      Node node = std::forward< Make >( make )();
-      if ( table_->size == table_->room ) [[unlikely]] {
-         rebuild( tableShape( 2 * table_->room ) );
-         return { insertNew( hash, node ), true };
+      if ( !isFree( place.slot ) || table_->size == table_->room ) {
+         return { insertMade( place.slot, hash, make ), true };
       }
-      return { insertAt( place, hash, node ), true };
+      Node * const node = ::new ( static_cast< void * >( nodes() + place.slot ) ) Node( make() );
+      occupy( place.slot, place.distance, hash );
+      return { node, true };
    }
 
    std::optional< Node > take( Query query ) noexcept
@@ -129,6 +123,7 @@ class HashTable {
 
  private:
    class Mover;
+   friend struct TableInspector; // the tests' eye on the invariants
 
    // Where a key stands, or where its node has to go.
    struct Place {
@@ -178,8 +173,7 @@ class HashTable {
    }
 
    // Calls `f( slot )` for every occupied slot, from first to last; f may empty it.
-   template< class F >
-   static void eachSlot( TableHeader * table, F f )
+   template< class F > static void eachSlot( TableHeader * table, F f )
    {
       const SlotMark * const marks = table->marks();
       for ( std::size_t from = 0; from < table->slots; from += Lanes::width ) {
@@ -236,14 +230,13 @@ class HashTable {
    }
 
    // The rest of a search, where marks may not tell distances any more.
-   template< class Equal >
-   [[gnu::noinline]] Place searchFar( std::uint64_t hash, std::size_t home, std::size_t distance,
-         Equal equal ) const noexcept
+   template< class Equal > [[gnu::noinline]] Place searchFar(
+         std::uint64_t hash, std::size_t home, std::size_t distance, Equal equal ) const noexcept
    {
       for ( ;; ++distance ) {
          VOK_STEPS( 1 );
          const std::size_t slot = home + distance;
-         if ( marks()[ slot ] < atHomeMark ) {
+         if ( marks()[ slot ] < anyMark ) {
             return { slot, distance, false };
          }
          if ( marks()[ slot ] == slotMark( distance, hash ) && equal( nodes()[ slot ] ) ) {
@@ -269,81 +262,17 @@ class HashTable {
       return search( hash, []( const Node & ) { return false; } );
    }
 
-   Node * insertFirst( Node & node )
+   // Whether a node may be put into a slot at which a search ended.
+   bool isFree( std::size_t slot ) const noexcept
    {
-      reserve( 1 );
-      return insertNew( hashOf( node.fwkKey() ), node );
+      return marks()[ slot ] == 0 && slot != table_->slots;
    }
 
-   // Inserts a node whose key is not in the table, where there is no place from a lookup.
-   [[gnu::noinline]] Node * insertNew( std::uint64_t hash, Node & node ) noexcept
+   // Accounts for a new node.
+   void occupy( std::size_t slot, std::size_t distance, std::uint64_t hash ) noexcept
    {
-      return insertAt( placeOf( hash ), hash, node );
-   }
-
-   // Puts a node at its place, in a table whose size is below its room. `node` is moved from.
-   [[gnu::always_inline]] Node * insertAt( Place place, std::uint64_t hash, Node & node ) noexcept
-   {
-      if ( marks()[ place.slot ] != 0 || place.slot == table_->slots ) {
-         place = makeWay( place, hash );
-      } else if ( table_->cursors != nullptr ) [[unlikely]] {
-         cursorsAfterInsertion( *table_, place.slot, place.slot );
-      }
-      marks()[ place.slot ] = slotMark( place.distance, hash );
+      marks()[ slot ] = slotMark( distance, hash );
       ++table_->size;
-      return std::construct_at( nodes() + place.slot, std::move( node ) );
-   }
-
-   // Empties the slot of a place by moving its node, and those behind it, one up.
-   [[gnu::noinline]] Place makeWay( Place place, std::uint64_t hash ) noexcept
-   {
-      std::size_t end = firstBelow( place.slot, atHomeMark );
-      while ( end == table_->slots ) {
-         halveHomes();
-         place = placeOf( hash );
-         end = firstBelow( place.slot, atHomeMark );
-      }
-      VOK_STEPS( end - place.slot );
-      marksUp< Lanes >( marks(), place.slot, end );
-      relocateMany( nodes() + place.slot + 1, nodes() + place.slot, end - place.slot );
-      if ( table_->cursors != nullptr ) [[unlikely]] {
-         cursorsAfterInsertion( *table_, place.slot, end );
-      }
-      return place;
-   }
-
-   // Removes the node of a place, which has been moved from. As a rule its home does not overflow:
-   // then the last node of the home takes its slot. A cursor could miss that node, or see it twice.
-   [[gnu::always_inline]] void removeAt( Place place ) noexcept
-   {
-      std::destroy_at( nodes() + place.slot );
-      --table_->size;
-      const std::size_t home = place.slot - place.distance;
-      const auto others = Lanes::load( marks() + home ).below( Lanes::ramp() );
-      const std::size_t behind = home + others.first();
-      if ( others.any() && marks()[ behind ] < strayMark && table_->cursors == nullptr ) [[likely]] {
-         SlotMark & last = marks()[ behind - 1 ];
-         SlotMark & gap = marks()[ place.slot ];
-         gap = static_cast< SlotMark >( ( gap & 0xff00 ) | ( last & 0xff ) );
-         last = 0;
-         relocateOrStay( nodes() + place.slot, nodes() + behind - 1 );
-      } else {
-         closeGap( place.slot );
-      }
-   }
-
-   // Moves the nodes behind a slot that are not at home one down.
-   [[gnu::noinline]] void closeGap( std::size_t slot ) noexcept
-   {
-      const std::size_t end = firstBelow( slot + 1, strayMark );
-      if ( !marksDown< Lanes >( marks(), slot, end ) ) {
-         farMarksDown( slot, end );
-      }
-      VOK_STEPS( end - slot );
-      relocateMany( nodes() + slot, nodes() + slot + 1, end - slot - 1 );
-      if ( table_->cursors != nullptr ) {
-         cursorsAfterRemoval( *table_, slot, end );
-      }
    }
 
    static TableHeader * makeTable( const TableShape & shape, HashSeed seed )
@@ -351,33 +280,17 @@ class HashTable {
       return newTable( shape, seed, sizeof( Node ), alignof( Node ) );
    }
 
-   static void destroy( TableHeader * table ) noexcept
-   {
-      if constexpr ( !std::is_trivially_destructible_v< Node > ) {
-         eachSlot( table, [ table ]( std::size_t slot ) {
-            std::destroy_at( nodesOf( table ) + slot );
-         } );
-      }
-      freeTable( table, alignof( Node ) );
-   }
+   // HashTableChange.h
+   template< class Make > Node * insertMade( std::size_t slot, std::uint64_t hash, Make & make );
+   Node * insertNew( std::uint64_t hash, Node & node ) noexcept;
+   Node * insertAt( std::size_t slot, std::uint64_t hash, Node & node ) noexcept;
+   std::size_t makeWay( std::size_t slot, std::uint64_t hash ) noexcept;
+   void removeAt( Place place ) noexcept;
+   void closeGap( std::size_t slot ) noexcept;
+   void copy( const HashTable & other );
+   static void destroy( TableHeader * table ) noexcept;
 
-   void copy( const HashTable & other )
-   {
-      if ( other.size() == 0 ) {
-         return;
-      }
-      // Spare room is copied, a desert is not.
-      HashTable fresh;
-      fresh.reserve( std::min( other.table_->room, 2 * other.size() ) );
-      eachSlot( other.table_, [ &other, &fresh ]( std::size_t slot ) {
-         Node node( other.nodes()[ slot ] );
-         const std::uint64_t hash = fresh.hashOf( node.fwkKey() );
-         fresh.insertNew( hash, node );
-      } );
-      swap( fresh );
-   }
-
-   void farMarksDown( std::size_t slot, std::size_t end ) noexcept;
+   // HashTableGrowth.h
    void rebuild( const TableShape & shape );
    std::size_t halvedHome( std::size_t slot ) const noexcept;
    std::size_t boundAfterHalving( std::size_t bound ) const noexcept;
@@ -388,5 +301,6 @@ class HashTable {
 
 } // namespace Vok::Detail
 
+#include "Vok/detail/HashTableChange.h"
 #include "Vok/detail/HashTableCursor.h"
 #include "Vok/detail/HashTableGrowth.h"

@@ -5,8 +5,7 @@
 
 namespace Vok::Detail {
 
-template< class Node, class Lanes >
-class HashTable< Node, Lanes >::Cursor : private TableCursor {
+template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : private TableCursor {
  public:
    // Stands on the first node.
    explicit Cursor( const HashTable & map ) noexcept
@@ -27,7 +26,8 @@ class HashTable< Node, Lanes >::Cursor : private TableCursor {
    }
 
    // The node that the cursor stands on.
-   const Node & operator*() const noexcept {
+   const Node & operator*() const noexcept
+   {
       return byKey ? *found( bound - 1 ) : nodesOf( table )[ bound - 1 ];
    }
 

@@ -9,17 +9,18 @@
 namespace Vok::Detail {
 
 // Writes the nodes of a table into an empty one of more homes. Homes keep their order, so both
-// tables are walked from front to back; only the nodes of one old home come in any order of their new
-// homes. They are gathered by the hundred and put into order by counting, which has no branches
+// tables are walked from front to back; only the nodes of one old home come in any order of their
+// new homes. They are gathered by the hundred and put into order by counting, which has no branches
 // that a processor could predict wrongly.
-template< class Node, class Lanes >
-class HashTable< Node, Lanes >::Mover {
+template< class Node, class Lanes > class HashTable< Node, Lanes >::Mover {
    static constexpr std::size_t countedHomes = 512;
 
  public:
-   Mover( HashTable & from, HashTable & to ) noexcept :
-      from_( from ), to_( to ), homes_( to.table_->homes ),
-      oneByOne_( homes_ / from.table_->homes > countedHomes / 2 )
+   Mover( HashTable & from, HashTable & to ) noexcept
+         : from_( from ),
+           to_( to ),
+           homes_( to.table_->homes ),
+           oneByOne_( homes_ / from.table_->homes > countedHomes / 2 )
    {
       std::fill_n( counts_.begin(), std::min( counts_.size(), homes_ ), 0 );
    }
@@ -87,30 +88,30 @@ class HashTable< Node, Lanes >::Mover {
    void startAt( std::size_t slot ) noexcept
    {
       const std::size_t oldHome = ( slot - from_.distanceAt( slot ) ) / homeWidth;
-      const std::size_t lowest = static_cast< std::size_t >(
-            multiply( oldHome, homes_ ).low / from_.table_->homes );
+      const std::size_t lowest =
+            static_cast< std::size_t >( multiply( oldHome, homes_ ).low / from_.table_->homes );
       firstHome_ = std::max( lowest, lastHome_ );
    }
 
-   // The ordinary way for a node whose home has been written already, and for all where nodes cannot
-   // be written behind each other: where the new homes of one old home are too many to count, and
-   // where the tail overflows, which changes all homes.
+   // The ordinary way for a node whose home has been written already, and for all where nodes
+   // cannot be written behind each other: where the new homes of one old home are too many to
+   // count, and where the tail overflows, which changes all homes.
    void insert( std::size_t slot, std::uint64_t hash ) noexcept
    {
       Node * const node = from_.nodes() + slot;
       to_.insertNew( hash, *node );
       std::destroy_at( node );
-      behind_ = to_.firstBelow( behind_, atHomeMark );
+      behind_ = to_.firstBelow( behind_, anyMark );
       oneByOne_ = oneByOne_ || to_.table_->homes != homes_;
    }
 
    HashTable & from_;
    HashTable & to_;
    const std::size_t homes_;
-   std::size_t lastHome_ = 0;  // the last that has been written
-   std::size_t behind_ = 0;    // the slot behind all that has been written
+   std::size_t lastHome_ = 0; // the last that has been written
+   std::size_t behind_ = 0; // the slot behind all that has been written
    std::size_t firstHome_ = 0; // the first that is counted
-   std::size_t used_ = 0;      // how many are counted
+   std::size_t used_ = 0; // how many are counted
    std::size_t size_ = 0;
    bool oneByOne_;
    std::array< std::uint32_t, countedHomes > counts_;
@@ -131,19 +132,7 @@ template< class Node, class Lanes >
    eachSlot( table_, [ &mover ]( std::size_t slot ) { mover.add( slot ); } );
    mover.flush();
    swap( fresh );
-   freeTable( std::exchange( fresh.table_, nullptr ), alignof( Node ) );
-}
-
-// Moves the marks of a removal down where some are far: their distances have to be computed.
-template< class Node, class Lanes >
-[[gnu::noinline]] void HashTable< Node, Lanes >::farMarksDown( std::size_t slot,
-      std::size_t end ) noexcept
-{
-   SlotMark * const mark = marks();
-   for ( std::size_t i = slot + 1; i < end; ++i ) {
-      mark[ i - 1 ] = slotMark( distanceAt( i ) - 1, mark[ i ] );
-   }
-   mark[ end - 1 ] = 0;
+   freeTable( std::exchange( fresh.table_, nullptr ) );
 }
 
 // The home after halveHomes of the node in a slot.
@@ -160,7 +149,7 @@ std::size_t HashTable< Node, Lanes >::boundAfterHalving( std::size_t bound ) con
 {
    std::size_t behind = 0;
    for ( std::size_t slot = 0; slot < bound; ++slot ) {
-      if ( marks()[ slot ] >= atHomeMark ) {
+      if ( marks()[ slot ] >= anyMark ) {
          behind = std::max( halvedHome( slot ), behind ) + 1;
       }
    }

@@ -112,11 +112,14 @@ class PortableLanes {
    static constexpr std::uint64_t ones = 0x0001000100010001;
    static constexpr std::uint64_t tops = 0x8000800080008000;
 
-   constexpr PortableLanes( std::uint64_t low, std::uint64_t high ) noexcept : low_( low ),
-                                                                               high_( high ) {}
+   constexpr PortableLanes( std::uint64_t low, std::uint64_t high ) noexcept
+         : low_( low ),
+           high_( high )
+   {
+   }
 
-   static constexpr std::uint64_t four( std::uint64_t a, std::uint64_t b, std::uint64_t c,
-         std::uint64_t d ) noexcept
+   static constexpr std::uint64_t four(
+         std::uint64_t a, std::uint64_t b, std::uint64_t c, std::uint64_t d ) noexcept
    {
       return a | b << 16 | c << 32 | d << 48;
    }
@@ -166,8 +169,7 @@ class SseLanes {
    }
    static SseLanes ramp() noexcept
    {
-      return SseLanes( _mm_setr_epi16(
-            0x100, 0x200, 0x300, 0x400, 0x500, 0x600, 0x700, 0x800 ) );
+      return SseLanes( _mm_setr_epi16( 0x100, 0x200, 0x300, 0x400, 0x500, 0x600, 0x700, 0x800 ) );
    }
 
    SseLanes plus( SseLanes other ) const noexcept

@@ -9,8 +9,8 @@
 namespace Vok::Detail {
 
 // Whether there may be a far node in the slots from `slot` up to `end`. It may find one behind.
-template< class Lanes >
-[[gnu::always_inline]] inline bool anyFar( const SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
+template< class Lanes > [[gnu::always_inline]] inline bool anyFar(
+      const SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
 {
    const Lanes far = Lanes::all( farMark );
    bool found = Lanes::load( marks + slot ).atLeast( far ).any();
@@ -20,10 +20,10 @@ template< class Lanes >
    return found;
 }
 
-// Moves the marks of the slots from `slot` up to `end` one up: their nodes are one farther from home
-// than before. What is far stays far.
-template< class Lanes >
-[[gnu::always_inline]] inline void marksUp( SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
+// Moves the marks of the slots from `slot` up to `end` one up: their nodes are one farther from
+// home than before. What is far stays far.
+template< class Lanes > [[gnu::always_inline]] inline void marksUp(
+      SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
 {
    if ( anyFar< Lanes >( marks, slot, end ) ) [[unlikely]] {
       for ( std::size_t i = end; i > slot; --i ) {
@@ -44,10 +44,10 @@ template< class Lanes >
 }
 
 // Moves the marks of the slots after `slot` up to `end` one down, onto the mark of a node that has
-// gone: their nodes are one nearer to home. The slot before `end` becomes empty. Where a node may be
-// far, its distance is not known here: then it does nothing and returns false.
-template< class Lanes >
-[[gnu::always_inline]] inline bool marksDown( SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
+// gone: their nodes are one nearer to home. The slot before `end` becomes empty. Where a node may
+// be far, its distance is not known here: then it does nothing and returns false.
+template< class Lanes > [[gnu::always_inline]] inline bool marksDown(
+      SlotMark * marks, std::size_t slot, std::size_t end ) noexcept
 {
    if ( anyFar< Lanes >( marks, slot + 1, end ) ) [[unlikely]] {
       return false;

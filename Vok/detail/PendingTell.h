@@ -25,14 +25,15 @@ class PendingTell {
    /// Stores all changes. Who is attached now will be told; who attaches later will not.
    void commit() noexcept;
 
-   /// Tells of each change in turn. The first exception of a notifiee is thrown on when all are told.
+   /// Tells of each change in turn. The first exception of a notifiee is thrown on when all are
+   /// told.
    void tell();
 
  private:
    struct Entry {
       std::unique_ptr< Staged > change;
       std::uint32_t upTo = 0; // the notifiees to be told: those that were there
-      bool held = false;      // the list of notifiees is kept from moving together
+      bool held = false; // the list of notifiees is kept from moving together
    };
 
    static void hold( Entry & entry ) noexcept;

@@ -13,8 +13,8 @@ namespace Vok::Detail {
 
 namespace {
 
-// What a stream may describe at most. Descriptions are kept before the batch is known to be good, and each
-// takes more memory than bytes: a hostile stream must not make that much.
+// What a stream may describe at most. Descriptions are kept before the batch is known to be good,
+// and each takes more memory than bytes: a hostile stream must not make that much.
 constexpr std::size_t mostTypes = 256;
 constexpr std::size_t mostUnknownRows = 256;
 

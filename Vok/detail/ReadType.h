@@ -18,7 +18,7 @@ namespace Vok::Detail {
 /// One attribute that the writer streams.
 struct ReadRow {
    Corvo::String name;
-   const AttributeRow * own = nullptr;  ///< null: this side does not know it
+   const AttributeRow * own = nullptr; ///< null: this side does not know it
    std::optional< OwnedValue > initial; ///< what a fresh entity of the writer holds; of known ones without members
    AttributeKind kind = AttributeKind::plain;
    std::uint32_t fixedSize = 0;
@@ -40,7 +40,8 @@ struct ReadArgument {
    bool reference = false;
 };
 
-/// One type of the stream. A type that this side lacks has no record, and neither have its arguments.
+/// One type of the stream. A type that this side lacks has no record, and neither have its
+/// arguments.
 struct ReadType {
    Corvo::String name;
    const TypeData * own = nullptr;
@@ -50,8 +51,9 @@ struct ReadType {
 
 using ReadTypes = std::vector< std::shared_ptr< const ReadType > >;
 
-/// Reads the descriptions that a batch carries and appends them. Throws NboAttrLog::Exception for what is no
-/// description, and for a type whose definition cannot be reconciled with this side's, naming it.
+/// Reads the descriptions that a batch carries and appends them. Throws NboAttrLog::Exception for
+/// what is no description, and for a type whose definition cannot be reconciled with this side's,
+/// naming it.
 void readTypes( NboAttrLog::In & in, ReadTypes & types );
 
 } // namespace Vok::Detail

@@ -1,5 +1,5 @@
-// Walking the records of a batch whose lengths have been checked, and the checking itself: one reader of the
-// grammar for both passes.
+// Walking the records of a batch whose lengths have been checked, and the checking itself: one
+// reader of the grammar for both passes.
 #pragma once
 
 #include "Vok/NboAttrLog.h"
@@ -24,7 +24,7 @@ struct RecordHead {
    }
 
    std::uint32_t typeNumber = 0;
-   std::uint64_t birth = 0;               ///< of an outside record
+   std::uint64_t birth = 0; ///< of an outside record
    NboAttrLog::In arguments{ nullptr, 0 }; ///< of an outside record
 };
 
@@ -55,7 +55,8 @@ inline RecordHead readRecordHead( NboAttrLog::In & in, const ReadTypes & types )
    return head;
 }
 
-/// Calls f( row, payload ) for each attribute of a record. The payload of a collection begins with its mode.
+/// Calls f( row, payload ) for each attribute of a record. The payload of a collection begins
+/// with its mode.
 template< class F > void eachAttribute( NboAttrLog::In & in, const ReadType & type, F && f )
 {
    std::uint64_t last = 0;

@@ -14,19 +14,16 @@ namespace Vok::Detail {
 // Whether an object of type T may be moved by copying its bytes and forgetting the original. True
 // for a type that holds no pointer into itself and is known to no other by its address; a type
 // with a move constructor of its own says so by a specialisation.
-template< class T >
-inline constexpr bool relocatable =
+template< class T > inline constexpr bool relocatable =
       std::is_trivially_copyable_v< T > && std::is_trivially_destructible_v< T >;
 
-template<>
-inline constexpr bool relocatable< Corvo::String > = true;
+template<> inline constexpr bool relocatable< Corvo::String > = true;
 
-template< class A, class B >
-inline constexpr bool relocatable< std::pair< A, B > > = relocatable< A > && relocatable< B >;
+template< class A, class B > inline constexpr bool relocatable< std::pair< A, B > > =
+      relocatable< A > && relocatable< B >;
 
 // Moves the object at `from` to the unused place `to`.
-template< class T >
-void relocate( T * to, T * from ) noexcept
+template< class T > void relocate( T * to, T * from ) noexcept
 {
    if constexpr ( relocatable< T > ) {
       std::memcpy( static_cast< void * >( to ), static_cast< const void * >( from ), sizeof( T ) );
@@ -37,8 +34,7 @@ void relocate( T * to, T * from ) noexcept
 }
 
 // The same where `to` may be `from`.
-template< class T >
-void relocateOrStay( T * to, T * from ) noexcept
+template< class T > void relocateOrStay( T * to, T * from ) noexcept
 {
    if constexpr ( relocatable< T > ) {
       std::byte bytes[ sizeof( T ) ];
@@ -49,14 +45,13 @@ void relocateOrStay( T * to, T * from ) noexcept
    }
 }
 
-// Moves `count` objects from `from` to the neighbouring place `to`, one up or one down; the place of
-// `to` beyond those of `from` is unused. There are few of them as a rule, fewer than pay a call.
-template< class T >
-void relocateMany( T * to, T * from, std::size_t count ) noexcept
+// Moves `count` objects from `from` to `to`; the two may overlap, and what is not `from` of `to` is
+// unused. There are few of them as a rule, fewer than pay a call.
+template< class T > void relocateMany( T * to, T * from, std::size_t count ) noexcept
 {
    if ( relocatable< T > && count * sizeof( T ) > 256 ) {
-      std::memmove( static_cast< void * >( to ), static_cast< const void * >( from ),
-            count * sizeof( T ) );
+      std::memmove(
+            static_cast< void * >( to ), static_cast< const void * >( from ), count * sizeof( T ) );
    } else if ( to < from ) {
       for ( T * const end = from + count; from != end; ++to, ++from ) {
          relocate( to, from );

@@ -14,7 +14,8 @@ namespace Vok::Detail {
 /// A value from the whole of a text. Throws as Corvo::strepToValue does.
 OwnedValue fromText( const ValueOps & ops, std::string_view text );
 
-/// The value of a field or attribute that has storage of its own, as text; flags and words unpacked.
+/// The value of a field or attribute that has storage of its own, as text; flags and words
+/// unpacked.
 Corvo::String valueText( const void * object, const AttributeRow & row );
 
 /// Parses, checks and stores; tells nobody.
@@ -47,8 +48,8 @@ class EntityArguments {
    /// The argument that is the key of a collection: "name" for a plain name.
    void keyIs( std::string_view argument, const void * key );
 
-   /// Those that are not given yet, in order. References are paths from `root`; without a root they are
-   /// refused.
+   /// Those that are not given yet, in order. References are paths from `root`; without a root
+   /// they are refused.
    void textsAre( TextList texts, Entity * root );
 
    /// The addresses, as EntityMaker takes them.

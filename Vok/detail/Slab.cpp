@@ -24,7 +24,7 @@ namespace Vok::Detail {
 
 namespace {
 
-constexpr std::size_t slabBytes = 32 * 1024;
+constexpr std::size_t slabBytes = 32768;
 constexpr std::size_t unit = 16;
 constexpr std::size_t largest = 2048;
 
@@ -246,8 +246,9 @@ void slabFree( void * object, std::size_t size ) noexcept
       return;
    }
    if ( isForbidden( object ) ) {
-      assertionFailed( "Vok/detail/Slab", __LINE__, "void Vok::Detail::slabFree(void*, std::size_t)",
-            "!isForbidden( object )", "memory is freed that is not in use" );
+      assertionFailed( "Vok/detail/Slab", __LINE__,
+            "void Vok::Detail::slabFree(void*, std::size_t)", "!isForbidden( object )",
+            "memory is freed that is not in use" );
    }
    const std::size_t rounded = roundedUp( size );
    SizeClass & sizeClass = classOf( rounded );

@@ -1,5 +1,5 @@
-// One change that a batch makes to an attribute of a replica: prepared while anything may still fail,
-// committed when nothing can, told when all is committed.
+// One change that a batch makes to an attribute of a replica: prepared while anything may still
+// fail, committed when nothing can, told when all is committed.
 #pragma once
 
 #include "Vok/Entity.h"
@@ -19,7 +19,7 @@ using Tell = FunctionRef< void( AnyValue key, AnyValue oldValue ) >;
 /// What becomes of one key of a collection of entities.
 struct EntityOp {
    Corvo::Ptr< const Entity > member; ///< null: the key goes
-   std::optional< OwnedValue > key;   ///< of a deletion
+   std::optional< OwnedValue > key; ///< of a deletion
 };
 
 class Staged {
@@ -36,13 +36,14 @@ class Staged {
    virtual void notify( const Tell & tell ) = 0;
 
    Corvo::Ptr< Entity > owner; ///< the entity that changes
-   AttrId id = 0;              ///< which attribute
+   AttrId id = 0; ///< which attribute
 };
 
 /// A plain or optional attribute: the new value, and after the commit the old one.
 class StagedValue final : public Staged {
  public:
-   StagedValue( void * storage, OwnedValue next ) : storage_( storage ), value_( std::move( next ) ) {}
+   StagedValue( void * storage, OwnedValue next ) : storage_( storage ),
+                                                    value_( std::move( next ) ) {}
 
    void commit() noexcept override { value_.ops().swap( storage_, value_.data() ); }
    void notify( const Tell & tell ) override { tell( {}, { &value_.ops(), value_.data() } ); }

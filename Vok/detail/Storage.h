@@ -18,7 +18,8 @@ inline void * storageAt( void * object, const AttributeRow & row ) noexcept
    return static_cast< std::byte * >( object ) + row.offset;
 }
 
-/// The same in an entity: entity types derive from Vok::Entity alone, so that theirs is its address.
+/// The same in an entity: entity types derive from Vok::Entity alone, so that theirs is its
+/// address.
 inline const void * storageOf( const Entity & entity, const AttributeRow & row ) noexcept
 {
    return storageAt( static_cast< const void * >( &entity ), row );

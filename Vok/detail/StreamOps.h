@@ -1,5 +1,6 @@
-// What change streams need of a collection type: the set of changed keys that a writer keeps, and how a
-// reader loads members, or stages the difference to a replica and commits it without failing.
+// What change streams need of a collection type: the set of changed keys that a writer keeps, and
+// how a reader loads members, or stages the difference to a replica and commits it without
+// failing.
 #pragma once
 
 #include "Vok/AttributeChildren.h"
@@ -53,23 +54,22 @@ template< class Key > class DirtyKeysOf final : public DirtyKeys {
    HSet< Key > keys_;
 };
 
-
 struct StreamOps {
    std::unique_ptr< DirtyKeys > ( *dirtyKeys )();
 
-   /// Reads a payload to its end and keeps nothing of it: throws for what could not be applied. Maps and sets
-   /// only.
+   /// Reads a payload to its end and keeps nothing of it: throws for what could not be applied.
+   /// Maps and sets only.
    void ( *check )( NboAttrLog::In & in, bool whole );
 
    /// Reads all members into the collection of a fresh entity. Maps and sets only.
    void ( *load )( void * collection, NboAttrLog::In & in );
 
-   /// Stages what a payload asks for: in whole mode the collection becomes what the payload says, else its
-   /// operations are applied. Maps and sets only; null where nothing differs.
+   /// Stages what a payload asks for: in whole mode the collection becomes what the payload says,
+   /// else its operations are applied. Maps and sets only; null where nothing differs.
    std::unique_ptr< Staged > ( *stage )( void * collection, NboAttrLog::In & in, bool whole );
 
-   /// Stages changes of children or references: what each key becomes. In whole mode every other member
-   /// goes.
+   /// Stages changes of children or references: what each key becomes. In whole mode every other
+   /// member goes.
    std::unique_ptr< Staged > ( *stageEntities )(
          void * collection, std::vector< EntityOp > & ops, bool whole );
 
@@ -267,7 +267,7 @@ template< class Map > struct MapStreamOps {
 
 template< class Map >
 inline constexpr StreamOps mapStreamOps = { MapStreamOps< Map >::dirtyKeys, MapStreamOps< Map >::check,
-      MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr, nullptr };
+   MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr, nullptr };
 
 template< class Set > inline constexpr StreamOps setStreamOps = mapStreamOps< Set >;
 
@@ -382,17 +382,18 @@ template< class Map, bool owned > struct EntitiesStreamOps {
 
 template< class Map >
 inline constexpr StreamOps childrenStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr, nullptr,
-      EntitiesStreamOps< Map, true >::stage, EntitiesStreamOps< Map, true >::adopt };
+   EntitiesStreamOps< Map, true >::stage, EntitiesStreamOps< Map, true >::adopt };
 
 template< class Map >
 inline constexpr StreamOps referencesStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr, nullptr,
-      EntitiesStreamOps< Map, false >::stage, EntitiesStreamOps< Map, false >::adopt };
+   EntitiesStreamOps< Map, false >::stage, EntitiesStreamOps< Map, false >::adopt };
 
 /// A single child: what comes in the place of what is there.
 template< class T > class StagedChild final : public Staged {
  public:
    StagedChild( Corvo::Ptr< T > & stored, Corvo::Ptr< T > next )
-         : stored_( stored ), child_( std::move( next ) )
+         : stored_( stored ),
+           child_( std::move( next ) )
    {
    }
 
@@ -439,6 +440,6 @@ template< class T > struct ChildStreamOps {
 
 template< class T >
 inline constexpr StreamOps childStreamOps = { nullptr, nullptr, nullptr, nullptr, ChildStreamOps< T >::stage,
-      ChildStreamOps< T >::adopt };
+   ChildStreamOps< T >::adopt };
 
 } // namespace Vok::Detail

@@ -76,8 +76,8 @@ OwnedValue defaultOf( const AttributeRow & row )
    return OwnedValue( *row.value );
 }
 
-// A reference argument is stored as a Corvo::Ptr, which is the address that it points to; entity types derive
-// from Vok::Entity alone, so that theirs is its address.
+// A reference argument is stored as a Corvo::Ptr, which is the address that it points to; entity
+// types derive from Vok::Entity alone, so that theirs is its address.
 const Entity * referred( const Entity & entity, const AttributeRow & row )
 {
    return *static_cast< const Entity * const * >( storageOf( entity, row ) );

@@ -20,8 +20,8 @@ bool isStreamed( const AttributeRow & row ) noexcept;
 /// Whether an attribute's members are entities.
 bool holdsEntities( const AttributeRow & row ) noexcept;
 
-/// A number that tells apart types of different layout in a log: of a value type it follows from its fields'
-/// types, of an enumeration from its name alone.
+/// A number that tells apart types of different layout in a log: of a value type it follows from
+/// its fields' types, of an enumeration from its name alone.
 std::uint64_t layoutOf( std::string_view typeName );
 
 /// What a plain or optional attribute of a fresh entity holds.

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -15,20 +16,13 @@ namespace {
 // Up to this size a table has one home: it is a list that is searched eight nodes at a time.
 constexpr std::size_t listRoom = 16;
 
+// From this number of slots on, the nodes begin at a cache line.
+constexpr std::size_t slotsOnLines = 64;
+constexpr std::size_t lineBytes = 64;
+
 constexpr std::size_t roundedUp( std::size_t number, std::size_t unit ) noexcept
 {
    return ( number + unit - 1 ) / unit * unit;
-}
-
-std::size_t nodesOffset( std::size_t slots, std::size_t nodeAlignment ) noexcept
-{
-   return roundedUp( sizeof( TableHeader ) + ( slots + marksBehind ) * sizeof( SlotMark ),
-         nodeAlignment );
-}
-
-std::align_val_t blockAlignment( std::size_t nodeAlignment ) noexcept
-{
-   return std::align_val_t{ std::max( nodeAlignment, alignof( TableHeader ) ) };
 }
 
 } // namespace
@@ -47,39 +41,37 @@ TableShape tableShape( std::size_t size )
    const std::size_t least = std::max< std::size_t >( ( size * 4 + 12 ) / 13, 4 );
    const std::size_t homes =
          roundedUp( least, std::max< std::size_t >( std::bit_floor( least ) / 16, 1 ) );
-   const std::size_t tail = std::min< std::size_t >( 8 + homes / 2, 192 );
+   const std::size_t tail = std::min< std::size_t >( 8 + homes / 2, 128 );
    return { homes, homes * homeWidth + tail, homes * 13 / 4 };
 }
 
-TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nodeSize,
-      std::size_t nodeAlignment )
+TableHeader * newTable(
+      const TableShape & shape, HashSeed seed, std::size_t nodeSize, std::size_t nodeAlignment )
 {
-   const std::size_t offset = nodesOffset( shape.slots, nodeAlignment );
-   if ( shape.slots > ( std::numeric_limits< std::ptrdiff_t >::max() - offset ) / nodeSize ) {
+   const std::size_t markBytes = ( shape.slots + marksBehind ) * sizeof( SlotMark );
+   const std::size_t alignment =
+         shape.slots >= slotsOnLines ? std::max( nodeAlignment, lineBytes ) : nodeAlignment;
+   const std::size_t before = sizeof( TableHeader ) + markBytes + alignment;
+   if ( shape.slots > ( std::numeric_limits< std::ptrdiff_t >::max() - before ) / nodeSize ) {
       throw std::bad_array_new_length();
    }
-   const std::size_t bytes = offset + shape.slots * nodeSize;
-   void * const memory = nodeAlignment > __STDCPP_DEFAULT_NEW_ALIGNMENT__
-         ? ::operator new( bytes, blockAlignment( nodeAlignment ) )
-         : ::operator new( bytes );
-   void * const nodes = static_cast< std::byte * >( memory ) + offset;
+   std::size_t bytes = before + shape.slots * nodeSize;
+   void * const memory = ::operator new( bytes );
+   void * nodes = static_cast< std::byte * >( memory ) + sizeof( TableHeader ) + markBytes;
+   bytes -= sizeof( TableHeader ) + markBytes;
+   std::align( alignment, shape.slots * nodeSize, nodes, bytes );
    auto * const table = new ( memory )
          TableHeader{ 0, shape.homes, shape.slots, shape.room, seed, nullptr, nodes };
-   std::memset( table->marks(), 0, ( shape.slots + marksBehind ) * sizeof( SlotMark ) );
+   std::memset( table->marks(), 0, markBytes );
    return table;
 }
 
-void freeTable( TableHeader * table, std::size_t nodeAlignment ) noexcept {
-   if ( nodeAlignment > __STDCPP_DEFAULT_NEW_ALIGNMENT__ ) {
-      ::operator delete( table, blockAlignment( nodeAlignment ) );
-   } else {
-      ::operator delete( table );
-   }
-}
+void freeTable( TableHeader * table ) noexcept { ::operator delete( table ); }
 
-TableCursor::TableCursor( const TableCursor & other ) noexcept : bound( other.bound ),
-                                                                 standing( other.standing ),
-                                                                 byKey( other.byKey )
+TableCursor::TableCursor( const TableCursor & other ) noexcept
+      : bound( other.bound ),
+        standing( other.standing ),
+        byKey( other.byKey )
 {
    attach( other.table );
 }
@@ -136,8 +128,7 @@ void cursorsAfterRemoval( const TableHeader & table, std::size_t hole, std::size
    }
 }
 
-void cursorsAfterInsertion( const TableHeader & table, std::size_t place,
-      std::size_t end ) noexcept
+void cursorsAfterInsertion( const TableHeader & table, std::size_t place, std::size_t end ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
       if ( !cursor->byKey && place < cursor->bound && cursor->bound <= end ) {

@@ -20,8 +20,8 @@ using SlotMark = std::uint16_t;
 inline constexpr std::size_t farDistance = 254;
 inline constexpr SlotMark oneFarther = 0x100;
 inline constexpr SlotMark farMark = 0xff00; // from here on the mark of a far node
-inline constexpr SlotMark atHomeMark = 0x100; // from here on the mark of a node
-inline constexpr SlotMark strayMark = 0x200; // from here on the mark of a node that is not at home
+inline constexpr SlotMark anyMark = 0x100; // from here on the mark of a node
+inline constexpr SlotMark movableMark = 0x200; // from here on of one that may stand one slot before
 // How many slots a home has. A single one would make most insertions shift nodes; in eight a search
 // would often not end within the eight slots that it looks at first.
 inline constexpr std::size_t homeWidth = 4;
@@ -58,17 +58,17 @@ struct TableShape {
 VOK_EXPORT TableShape tableShape( std::size_t size );
 
 // A new block without nodes. Throws std::bad_alloc.
-VOK_EXPORT TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nodeSize,
-      std::size_t nodeAlignment );
+VOK_EXPORT TableHeader * newTable(
+      const TableShape & shape, HashSeed seed, std::size_t nodeSize, std::size_t nodeAlignment );
 
 // Frees a block on which no nodes and no cursors are left.
-VOK_EXPORT void freeTable( TableHeader * table, std::size_t nodeAlignment ) noexcept;
+VOK_EXPORT void freeTable( TableHeader * table ) noexcept;
 
 // Where an iteration stands in a table, and its place in the table's list of cursors.
 //
-// All nodes below `bound` have been seen; where `standing` is set, the cursor stands on the one just
-// below it. Where `byKey` is set, positions have lost their meaning: then `bound` counts in the
-// cursor's list of keys. `table` is null at the end.
+// All nodes below `bound` have been seen; where `standing` is set, the cursor stands on the one
+// just below it. Where `byKey` is set, positions have lost their meaning: then `bound` counts in
+// the cursor's list of keys. `table` is null at the end.
 class VOK_EXPORT TableCursor {
  public:
    TableCursor() noexcept = default;
@@ -100,12 +100,14 @@ class VOK_EXPORT TableCursor {
 
 // What a change of the table means for the cursors on it.
 //
-// The node of slot `hole` has gone, and those of the slots after it up to `end` have moved one down.
-VOK_EXPORT void cursorsAfterRemoval( const TableHeader & table, std::size_t hole,
-      std::size_t end ) noexcept;
-// The nodes of the slots from `place` up to `end` have moved one up, and a new one stands at `place`.
-VOK_EXPORT void cursorsAfterInsertion( const TableHeader & table, std::size_t place,
-      std::size_t end ) noexcept;
+// The node of slot `hole` has gone, and those of the slots after it up to `end` have moved one
+// down.
+VOK_EXPORT void cursorsAfterRemoval(
+      const TableHeader & table, std::size_t hole, std::size_t end ) noexcept;
+// The nodes of the slots from `place` up to `end` have moved one up, and a new one stands at
+// `place`.
+VOK_EXPORT void cursorsAfterInsertion(
+      const TableHeader & table, std::size_t place, std::size_t end ) noexcept;
 // The block has given way to another one.
 VOK_EXPORT void moveCursors( TableHeader & from, TableHeader & to ) noexcept;
 // The nodes have gone altogether.

@@ -1,5 +1,5 @@
-// The rows that reflection tables are made of. Generated code fills them in with designated initialisers,
-// the framework loops over them.
+// The rows that reflection tables are made of. Generated code fills them in with designated
+// initialisers, the framework loops over them.
 #pragma once
 
 #include "Vok/EnumTable.h"
@@ -55,7 +55,7 @@ VOK_EXPORT const char * stringValue( TypeKind kind );
 /// Where the name of an entity comes from.
 enum class IdentityKind : std::uint8_t {
    none,
-   name,    ///< constructor argument `name`
+   name, ///< constructor argument `name`
    argument ///< a constructor argument of another name
 };
 
@@ -70,7 +70,8 @@ template< class T > struct Rows {
 
    constexpr Rows() noexcept = default;
    template< std::size_t n > constexpr Rows( const T ( &rows )[ n ] ) noexcept
-         : first( rows ), count( n )
+         : first( rows ),
+           count( n )
    {
    }
 
@@ -94,7 +95,7 @@ struct AttributeRow {
    AttributeKind kind = AttributeKind::plain;
    bool ordered = false;
    bool settable = false;
-   bool identity = false;  ///< a constructor argument that gives the entity its name
+   bool identity = false; ///< a constructor argument that gives the entity its name
    bool reference = false; ///< a constructor argument `Corvo::Ptr< const T >`
    std::string_view typeName = {};
    std::string_view keyTypeName = {};
@@ -102,20 +103,20 @@ struct AttributeRow {
    std::string_view defaultText = {};
    std::string_view lowerText = {};
    std::string_view upperText = {};
-   std::uint32_t offset = 0;   ///< of the storage in the object
-   std::uint64_t mask = 0;     ///< of a flag: its bit in the word at `offset`
+   std::uint32_t offset = 0; ///< of the storage in the object
+   std::uint64_t mask = 0; ///< of a flag: its bit in the word at `offset`
    std::uint8_t maskWidth = 0; ///< of a flag: bytes of that word
    const ValueOps * value = nullptr;
    const ValueOps * key = nullptr;
    void ( *check )( const void * value ) = nullptr; ///< the mutator's check of bounds
-   const StorageOps * storage = nullptr;            ///< null where storage and value are the same type
+   const StorageOps * storage = nullptr; ///< null where storage and value are the same type
    const CollectionOps * collection = nullptr;
    Call call = nullptr;
    void ( *fromName )( std::string_view name, void * into ) = nullptr; ///< identity from its bare text
 };
 
-/// How entities of one type are made at run time. Each argument is the address of a value; for a reference
-/// it is the entity itself, which has to be of the type that the argument names.
+/// How entities of one type are made at run time. Each argument is the address of a value; for a
+/// reference it is the entity itself, which has to be of the type that the argument names.
 struct EntityMaker {
    Corvo::Ptr< Entity > ( *make )( const void * const * args );
    void ( *reinstantiate )( Entity & entity, const void * const * args );

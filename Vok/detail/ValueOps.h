@@ -15,22 +15,22 @@
 
 namespace Vok::Detail {
 
-/// One row of functions per value type; `Vok::Detail::valueOps< V >` is the row of V. Addresses given to
-/// them are of objects of that type, except that `copy` takes raw memory first.
+/// One row of functions per value type; `Vok::Detail::valueOps< V >` is the row of V. Addresses
+/// given to them are of objects of that type, except that `copy` takes raw memory first.
 struct ValueOps {
    const std::type_info * type;
-   std::string_view name;   ///< full type name, or bool, u8, u16, u32, u64, double, Corvo::String
-   std::uint32_t size;      ///< in bytes
+   std::string_view name; ///< full type name, or bool, u8, u16, u32, u64, double, Corvo::String
+   std::uint32_t size; ///< in bytes
    std::uint32_t alignment; ///< in bytes
    void ( *construct )( void * raw );
    void ( *copy )( void * raw, const void * from );
    void ( *destroy )( void * value ) noexcept;
    void ( *swap )( void * a, void * b ) noexcept;
    bool ( *equal )( const void * a, const void * b );
-   bool ( *less )( const void * a, const void * b );      ///< null where the type has no order
-   std::size_t ( *hash )( const void * value );           ///< null where the type has no hash
+   bool ( *less )( const void * a, const void * b ); ///< null where the type has no order
+   std::size_t ( *hash )( const void * value ); ///< null where the type has no hash
    void ( *print )( TextOut & out, const void * value );
-   void ( *read )( CharRange & range, void * into );      ///< null where the type has no text constructor
+   void ( *read )( CharRange & range, void * into ); ///< null where the type has no text constructor
    void ( *encode )( NboAttrLog::Out & out, const void * value );
    void ( *decode )( NboAttrLog::In & in, void * into );
    std::uint32_t fixedLogSize; ///< bytes in a log where every value takes as many, else 0
@@ -47,20 +47,23 @@ struct ValueOps {
 class OwnedValue {
  public:
    /// A default value.
-   explicit OwnedValue( const ValueOps & ops ) : ops_( &ops ), memory_( allocate( ops ) )
+   explicit OwnedValue( const ValueOps & ops ) : ops_( &ops ),
+                                                 memory_( allocate( ops ) )
    {
       build( [ this ] { ops_->construct( memory_ ); } );
    }
 
    /// A copy of `from`.
-   OwnedValue( const ValueOps & ops, const void * from ) : ops_( &ops ), memory_( allocate( ops ) )
+   OwnedValue( const ValueOps & ops, const void * from ) : ops_( &ops ),
+                                                           memory_( allocate( ops ) )
    {
       build( [ this, from ] { ops_->copy( memory_, from ); } );
    }
 
    OwnedValue( const OwnedValue & other ) : OwnedValue( *other.ops_, other.memory_ ) {}
    OwnedValue( OwnedValue && other ) noexcept
-         : ops_( other.ops_ ), memory_( std::exchange( other.memory_, nullptr ) )
+         : ops_( other.ops_ ),
+           memory_( std::exchange( other.memory_, nullptr ) )
    {
    }
    OwnedValue & operator=( OwnedValue other ) noexcept

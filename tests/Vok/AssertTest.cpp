@@ -13,9 +13,8 @@ namespace {
 // search anywhere, so the line is compared by a matcher.
 auto wrote( std::string line )
 {
-   return testing::Truly( [ line = std::move( line ) ]( const std::string & text ) {
-      return text == line;
-   } );
+   return testing::Truly(
+         [ line = std::move( line ) ]( const std::string & text ) { return text == line; } );
 }
 
 TEST( AssertDeathTest, SaysWhereAndWhatAndWhy )
@@ -33,8 +32,9 @@ TEST( AssertDeathTest, NeedsNoMessage )
 
 TEST( AssertDeathTest, StaysOneLine )
 {
-   EXPECT_EXIT( Vok::assertionFailed( "F", 1, "f()", "false", "two\nlines\tand\x7f"
-                                                              "bytes \xc3\xa4" ),
+   EXPECT_EXIT( Vok::assertionFailed( "F", 1, "f()", "false",
+                      "two\nlines\tand\x7f"
+                      "bytes \xc3\xa4" ),
          testing::KilledBySignal( SIGABRT ),
          wrote( "F:1: f(): assertion \"false\" failed: two lines and bytes \xc3\xa4\n" ) );
 }

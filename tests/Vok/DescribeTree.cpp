@@ -47,8 +47,7 @@ class Describer {
       case AttributeKind::map:
       case AttributeKind::set:
          for ( const Corvo::String & key : a.keys( e ) ) {
-            line( depth, a.name(), std::string( key.view() ) + ": " +
-                        std::string( a.member( e, key.view() ).view() ) );
+            line( depth, a.name(), std::string( key.view() ) + ": " + std::string( a.member( e, key.view() ).view() ) );
          }
          return;
       case AttributeKind::children:

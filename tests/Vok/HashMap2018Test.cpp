@@ -1,6 +1,7 @@
-// What every map must do, whatever its nodes and however good its hash.
-#include "tests/Vok/MapSubjects.h"
-#include "tests/support/Random.h"
+// HashMap2018: the suite of all maps over every kind of node, good hashes and bad, and what only it
+// promises.
+#include "Vok/HSet.h"
+#include "tests/Vok/MapSuite.h"
 
 #include <gtest/gtest.h>
 
@@ -15,200 +16,15 @@
 namespace {
 
 using namespace MapSubjects;
-using TestSupport::Random;
-
-template< class Map >
-class HashMap2018Suite : public testing::Test {
- protected:
-   static std::vector< std::uint32_t > values( const Map & map )
-   {
-      std::vector< std::uint32_t > values;
-      map.each( [ &values ]( std::uint32_t value ) { values.push_back( value ); } );
-      std::sort( values.begin(), values.end() );
-      return values;
-   }
-
-   static Map filled( std::uint32_t size )
-   {
-      Map map;
-      for ( std::uint32_t i = 0; i < size; ++i ) {
-         map.insert( i, i );
-      }
-      return map;
-   }
-
-   static std::vector< std::uint32_t > upTo( std::uint32_t size )
-   {
-      std::vector< std::uint32_t > numbers( size );
-      for ( std::uint32_t i = 0; i < size; ++i ) {
-         numbers[ i ] = i;
-      }
-      return numbers;
-   }
-};
 
 using Maps = testing::Types< StandardMap, VokMap< Beside< std::uint32_t > >,
-      VokMap< Beside< std::uint32_t >, Portable >, VokMap< Beside< Corvo::String > >, VokMap< BesideText >,
-      VokMap< BesideText, Portable >, VokMap< Inside >, VokMap< Child >, VokMap< BesideWide >,
-      VokMap< Beside< BadKey< Constant > > >, VokMap< Beside< BadKey< ConstantLast > >, Portable >,
+      VokMap< Beside< std::uint32_t >, Portable >, VokMap< Beside< Corvo::String > >,
+      VokMap< BesideText >, VokMap< BesideText, Portable >, VokMap< Inside >, VokMap< Child >,
+      VokMap< BesideWide >, VokMap< Beside< BadKey< Constant > > >,
+      VokMap< Beside< BadKey< ConstantLast > >, Portable >,
       VokMap< Beside< BadKey< ConstantLast > > >, VokMap< Beside< BadKey< FewHomes > > >,
       VokMap< Beside< BadKey< SameMark > > > >;
-TYPED_TEST_SUITE( HashMap2018Suite, Maps );
-
-TYPED_TEST( HashMap2018Suite, StartsEmpty )
-{
-   TypeParam map;
-   EXPECT_EQ( map.size(), 0u );
-   EXPECT_EQ( map.find( 0 ), std::nullopt );
-   EXPECT_EQ( map.take( 0 ), std::nullopt );
-   EXPECT_TRUE( this->values( map ).empty() );
-   map.clear();
-   EXPECT_EQ( map.size(), 0u );
-}
-
-TYPED_TEST( HashMap2018Suite, FindsWhatWasInserted )
-{
-   TypeParam map;
-   for ( std::uint32_t i = 0; i < 1000; ++i ) {
-      EXPECT_TRUE( map.insert( i, i * 3 ) );
-      EXPECT_EQ( map.find( i ), i * 3 );
-      EXPECT_EQ( map.find( i + 1 ), std::nullopt );
-   }
-   EXPECT_EQ( map.size(), 1000u );
-   for ( std::uint32_t i = 0; i < 1000; ++i ) {
-      EXPECT_EQ( map.find( i ), i * 3 );
-   }
-}
-
-TYPED_TEST( HashMap2018Suite, KeepsTheFirstOfEqualKeys )
-{
-   TypeParam map;
-   EXPECT_TRUE( map.insert( 5, 1 ) );
-   EXPECT_FALSE( map.insert( 5, 2 ) );
-   EXPECT_EQ( map.find( 5 ), 1u );
-   EXPECT_EQ( map.size(), 1u );
-}
-
-TYPED_TEST( HashMap2018Suite, ReplacesInPlace )
-{
-   TypeParam map = this->filled( 100 );
-   EXPECT_TRUE( map.replace( 42, 1042 ) );
-   EXPECT_FALSE( map.replace( 100, 0 ) );
-   EXPECT_EQ( map.find( 42 ), 1042u );
-   EXPECT_EQ( map.find( 41 ), 41u );
-   EXPECT_EQ( map.size(), 100u );
-}
-
-TYPED_TEST( HashMap2018Suite, TakesOutInAnyOrder )
-{
-   for ( const std::uint32_t stride : { 1u, 7u, 99u } ) {
-      TypeParam map = this->filled( 100 );
-      for ( std::uint32_t i = 0; i < 100; ++i ) {
-         const std::uint32_t number = i * stride % 100;
-         EXPECT_EQ( map.take( number ), number );
-         EXPECT_EQ( map.take( number ), std::nullopt );
-         EXPECT_EQ( map.size(), 99 - i );
-      }
-      EXPECT_TRUE( this->values( map ).empty() );
-   }
-}
-
-TYPED_TEST( HashMap2018Suite, IteratesOverEveryMemberOnce )
-{
-   for ( const std::uint32_t size : { 1u, 3u, 4u, 5u, 8u, 16u, 17u, 100u, 1000u } ) {
-      EXPECT_EQ( this->values( this->filled( size ) ), this->upTo( size ) );
-   }
-}
-
-TYPED_TEST( HashMap2018Suite, ClearsAndServesAgain )
-{
-   TypeParam map = this->filled( 100 );
-   map.clear();
-   EXPECT_EQ( map.size(), 0u );
-   EXPECT_EQ( map.find( 5 ), std::nullopt );
-   EXPECT_TRUE( map.insert( 5, 6 ) );
-   EXPECT_EQ( map.find( 5 ), 6u );
-}
-
-TYPED_TEST( HashMap2018Suite, CopiesAreApart )
-{
-   TypeParam map = this->filled( 100 );
-   TypeParam copy( map );
-   map.take( 3 );
-   map.replace( 4, 1000 );
-   copy.insert( 100, 100 );
-   EXPECT_EQ( this->values( copy ), this->upTo( 101 ) );
-   EXPECT_EQ( map.size(), 99u );
-   copy = map;
-   EXPECT_EQ( this->values( copy ), this->values( map ) );
-   const TypeParam & itself = copy;
-   copy = itself;
-   EXPECT_EQ( this->values( copy ), this->values( map ) );
-   const TypeParam empty;
-   copy = empty;
-   EXPECT_EQ( copy.size(), 0u );
-}
-
-TYPED_TEST( HashMap2018Suite, MovesAndSwaps )
-{
-   TypeParam map = this->filled( 100 );
-   TypeParam moved( std::move( map ) );
-   EXPECT_EQ( this->values( moved ), this->upTo( 100 ) );
-   map = TypeParam();
-   EXPECT_EQ( map.size(), 0u );
-   map.swap( moved );
-   EXPECT_EQ( moved.size(), 0u );
-   EXPECT_EQ( this->values( map ), this->upTo( 100 ) );
-   moved = std::move( map );
-   EXPECT_EQ( this->values( moved ), this->upTo( 100 ) );
-}
-
-TYPED_TEST( HashMap2018Suite, ReservingKeepsTheMembers )
-{
-   TypeParam map;
-   map.reserve( 0 );
-   map.reserve( 10 );
-   map.insert( 1, 1 );
-   map.reserve( 5000 );
-   map.insert( 0, 0 );
-   map.reserve( 3 );
-   EXPECT_EQ( this->values( map ), this->upTo( 2 ) );
-}
-
-TYPED_TEST( HashMap2018Suite, FollowsAModel )
-{
-   Random random( 2018 );
-   TypeParam map;
-   std::map< std::uint32_t, std::uint32_t > model;
-   for ( const std::uint32_t range : { 6u, 20u, 150u, 1200u } ) {
-      for ( std::uint32_t step = 0; step < 6000; ++step ) {
-         const std::uint32_t number = random.below( range );
-         const auto known = model.find( number );
-         const auto expected =
-               known != model.end() ? std::optional( known->second ) : std::nullopt;
-         switch ( random.below( 4 ) ) {
-         case 0:
-         case 1:
-            EXPECT_EQ( map.insert( number, step ), model.emplace( number, step ).second );
-            break;
-         case 2:
-            EXPECT_EQ( map.take( number ), expected );
-            model.erase( number );
-            break;
-         default:
-            EXPECT_EQ( map.find( number ), expected );
-         }
-         ASSERT_EQ( map.size(), model.size() );
-      }
-      std::vector< std::uint32_t > expected;
-      for ( const auto & [ number, value ] : model ) {
-         EXPECT_EQ( map.find( number ), value );
-         expected.push_back( value );
-      }
-      std::sort( expected.begin(), expected.end() );
-      EXPECT_EQ( this->values( map ), expected );
-   }
-}
+INSTANTIATE_TYPED_TEST_SUITE_P( HashMap2018, MapSuite, Maps );
 
 // What the standard map does not offer.
 
@@ -229,7 +45,9 @@ TEST( HashMap2018Test, IsOnePointer )
 TEST( HashMap2018Test, TextKeysAreLookedUpByAnyText )
 {
    Names names;
-   names.findOrInsert( "mango", [] { return Vok::MapNode< Corvo::String, std::uint32_t >{ "mango", 1 }; } );
+   names.findOrInsert( "mango", [] {
+      return Vok::MapNode< Corvo::String, std::uint32_t >{ "mango", 1 };
+   } );
    EXPECT_TRUE( names.contains( std::string_view( "mangoes" ).substr( 0, 5 ) ) );
    EXPECT_TRUE( names.contains( std::string( "mango" ) ) );
    EXPECT_TRUE( names.contains( Corvo::String( "mango" ) ) );
@@ -241,7 +59,9 @@ TEST( HashMap2018Test, ArgumentsMayLieInsideTheMap )
 {
    Names names;
    const auto insert = [ &names ]( std::string_view name, const std::uint32_t & value ) {
-      return names.findOrInsert( name, [ & ] {
+      return names
+            .findOrInsert( name,
+                  [ & ] {
                      return Vok::MapNode< Corvo::String, std::uint32_t >{ name, value };
                   } )
             .first;
@@ -293,13 +113,33 @@ TEST( HashMap2018Test, ACopyHasTheSameRoomButNoDesert )
    Numbers numbers;
    numbers.reserve( 1000 );
    for ( std::uint32_t i = 0; i < 600; ++i ) {
-      numbers.findOrInsert( i, [ i ] { return Vok::MapNode< std::uint32_t, Corvo::String >{ i, "x" }; } );
+      numbers.findOrInsert( i, [ i ] {
+         return Vok::MapNode< std::uint32_t, Corvo::String >{ i, "x" };
+      } );
    }
    EXPECT_GE( Numbers( numbers ).capacity(), 1000u );
    for ( std::uint32_t i = 10; i < 600; ++i ) {
       numbers.take( i );
    }
    EXPECT_LT( Numbers( numbers ).capacity(), 50u );
+}
+
+TEST( HashMap2018Test, ASetHoldsEveryKeyOnce )
+{
+   Vok::HSet< Corvo::String, 5 > set;
+   EXPECT_TRUE( set.insert( "mango" ) );
+   EXPECT_FALSE( set.insert( "mango" ) );
+   EXPECT_TRUE( set.contains( std::string_view( "mango" ) ) );
+   for ( std::uint32_t i = 0; i < 100; ++i ) {
+      // The argument lies in the set, and the set grows.
+      const decltype( set )::Cursor cursor( set );
+      EXPECT_FALSE( set.insert( ( *cursor ).key ) );
+      EXPECT_TRUE( set.insert( std::to_string( i ) ) );
+   }
+   EXPECT_EQ( set.size(), 101u );
+   EXPECT_TRUE( set.erase( "mango" ) );
+   EXPECT_FALSE( set.erase( "mango" ) );
+   EXPECT_EQ( set.size(), 100u );
 }
 
 TEST( HashMap2018Test, AValueUnderAnotherKeyEndsTheProcess )
@@ -318,7 +158,8 @@ TEST( HashMap2018Test, AValueUnderAnotherKeyEndsTheProcess )
 // The destructor of a value may look at the map that it leaves.
 struct Watcher {
    struct Check {
-      const Vok::HashMap2018< Vok::MapNode< std::uint32_t, Watcher >, std::uint32_t, Watcher > * map;
+      const Vok::HashMap2018< Vok::MapNode< std::uint32_t, Watcher >, std::uint32_t, Watcher > *
+            map;
       std::size_t seen = 0;
    };
    Check * check = nullptr;
@@ -339,7 +180,9 @@ TEST( HashMap2018Test, ValuesThatAreDestroyedFindAnEmptyMap )
    Watched map;
    Watcher::Check check{ &map };
    for ( std::uint32_t i = 0; i < 20; ++i ) {
-      map.findOrInsert( i, [ & ] { return Vok::MapNode< std::uint32_t, Watcher >{ i, Watcher( &check ) }; } );
+      map.findOrInsert( i, [ & ] {
+         return Vok::MapNode< std::uint32_t, Watcher >{ i, Watcher( &check ) };
+      } );
    }
    map.clear();
    EXPECT_EQ( check.seen, 0u );

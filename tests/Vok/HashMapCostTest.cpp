@@ -45,13 +45,11 @@ using PlainSet = Vok::HashMap2018< PlainNode, Plain, Plain >;
 
 } // namespace
 
-template<>
-struct Vok::Detail::KeyHash< Colliding > {
+template<> struct Vok::Detail::KeyHash< Colliding > {
    static std::uint64_t hash( Colliding, HashSeed ) { return 0xfffffffffffffff0; }
 };
 
-template<>
-struct Vok::Detail::KeyHash< Plain > {
+template<> struct Vok::Detail::KeyHash< Plain > {
    static std::uint64_t hash( Plain key, HashSeed seed ) { return hashWord( key.number, seed ); }
 };
 
@@ -131,7 +129,7 @@ TEST_F( HashMapCostTest, AnInsertionHashesOnceAndMovesTheNodeIntoPlace )
    EXPECT_TRUE( map.findOrInsert( key, make ).second );
    EXPECT_EQ( Key::counts.hashes, 1u );
    EXPECT_EQ( Key::counts.copies, 0u );
-   EXPECT_EQ( Key::counts.moves, 2u );
+   EXPECT_EQ( Key::counts.moves, 1u );
    EXPECT_EQ( Key::counts.equalities, 0u );
    EXPECT_FALSE( map.findOrInsert( Key( 7 ), make ).second );
    EXPECT_EQ( Key::counts.hashes, 2u );
@@ -391,7 +389,9 @@ TEST_F( HashMapCostTest, TooMuchToReserveIsBadAlloc )
    std::ifstream( "/proc/self/statm" ) >> pages;
    const rlimit limit{ ( pages << 12 ) + ( 48u << 20 ), RLIM_INFINITY };
    setrlimit( RLIMIT_AS, &limit );
-   Vok::HashMap2018< Vok::MapNode< Plain, std::array< char, 300 > >, Plain, std::array< char, 300 > > map;
+   Vok::HashMap2018< Vok::MapNode< Plain, std::array< char, 300 > >, Plain,
+         std::array< char, 300 > >
+         map;
    std::uint32_t number = 0;
    try {
       for ( ;; ++number ) {

@@ -41,8 +41,8 @@ std::string textOf( std::size_t size )
 }
 
 // The lengths on both sides of every branch.
-const std::vector< std::size_t > sizes = { 0, 1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 47, 48, 49,
-   63, 64, 65, 80, 81, 127, 128, 129, 130, 192, 193, 1000 };
+const std::vector< std::size_t > sizes = { 0, 1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 47,
+   48, 49, 63, 64, 65, 80, 81, 127, 128, 129, 130, 192, 193, 1000 };
 
 // A red line here asks: was the hash meant to change? No stored data depends on it.
 TEST( HashTest, ValuesUnderAFixedSeed )
@@ -79,21 +79,26 @@ TEST( HashTest, BothWaysToMultiplyAgree )
 {
    Random random( 3 );
    for ( int i = 0; i < 10000; ++i ) {
-      const std::uint64_t x = random.oneIn( 4 ) ? ~std::uint64_t{ 0 } << random.below( 64 ) : random.word();
-      const std::uint64_t y = random.oneIn( 4 ) ? ~std::uint64_t{ 0 } >> random.below( 64 ) : random.word();
+      const std::uint64_t x =
+            random.oneIn( 4 ) ? ~std::uint64_t{ 0 } << random.below( 64 ) : random.word();
+      const std::uint64_t y =
+            random.oneIn( 4 ) ? ~std::uint64_t{ 0 } >> random.below( 64 ) : random.word();
       const Product product = multiply( x, y );
       const Product other = multiplyByHalves( x, y );
       EXPECT_EQ( product.low, x * y );
       EXPECT_EQ( product.low, other.low );
       EXPECT_EQ( product.high, other.high );
    }
-   EXPECT_EQ( multiplyByHalves( ~std::uint64_t{ 0 }, ~std::uint64_t{ 0 } ).high, ~std::uint64_t{ 0 } - 1 );
+   EXPECT_EQ( multiplyByHalves( ~std::uint64_t{ 0 }, ~std::uint64_t{ 0 } ).high,
+         ~std::uint64_t{ 0 } - 1 );
 }
 
 TEST( HashTest, EqualKeysHaveEqualHashes )
 {
-   EXPECT_EQ( KeyHash< std::uint8_t >::hash( 200, seed ), KeyHash< std::uint64_t >::hash( 200, seed ) );
-   EXPECT_EQ( KeyHash< Colour >::hash( Colour::blue, seed ), KeyHash< std::uint32_t >::hash( 200, seed ) );
+   EXPECT_EQ(
+         KeyHash< std::uint8_t >::hash( 200, seed ), KeyHash< std::uint64_t >::hash( 200, seed ) );
+   EXPECT_EQ( KeyHash< Colour >::hash( Colour::blue, seed ),
+         KeyHash< std::uint32_t >::hash( 200, seed ) );
    EXPECT_EQ( KeyHash< bool >::hash( true, seed ), KeyHash< std::uint8_t >::hash( 1, seed ) );
    EXPECT_EQ( KeyHash< double >::hash( -0.0, seed ), KeyHash< double >::hash( 0.0, seed ) );
    EXPECT_NE( KeyHash< double >::hash( 0.0, seed ),
@@ -114,7 +119,8 @@ TEST( HashTest, DoesNotDependOnWhereTheBytesStand )
       const std::string text = textOf( size );
       for ( std::size_t shift = 0; shift < 9; ++shift ) {
          std::memcpy( memory.data() + shift, text.data(), size );
-         EXPECT_EQ( hashBytes( memory.data() + shift, size, seed ), hashBytes( text.data(), size, seed ) );
+         EXPECT_EQ( hashBytes( memory.data() + shift, size, seed ),
+               hashBytes( text.data(), size, seed ) );
          EXPECT_EQ( checksum64( reinterpret_cast< std::byte * >( memory.data() + shift ), size ),
                checksum64( reinterpret_cast< const std::byte * >( text.data() ), size ) );
       }
@@ -146,26 +152,28 @@ TEST( HashTest, EveryWordOfTheSeedMatters )
    const std::string text = textOf( 100 );
    for ( int bit = 0; bit < 64; ++bit ) {
       const std::uint64_t flip = std::uint64_t{ 1 } << bit;
-      for ( const HashSeed other : { HashSeed{ seed.a ^ flip, seed.b }, HashSeed{ seed.a, seed.b ^ flip } } ) {
+      for ( const HashSeed other :
+            { HashSeed{ seed.a ^ flip, seed.b }, HashSeed{ seed.a, seed.b ^ flip } } ) {
          EXPECT_NE( hashWord( 5, other ), hashWord( 5, seed ) );
          for ( const std::size_t size : { 0u, 5u, 12u, 30u, 64u, 100u } ) {
-            EXPECT_NE( hashBytes( text.data(), size, other ), hashBytes( text.data(), size, seed ) );
+            EXPECT_NE(
+                  hashBytes( text.data(), size, other ), hashBytes( text.data(), size, seed ) );
          }
       }
    }
 }
 
-// Flips each bit of random keys of `size` bytes and counts how often each bit of the hash follows: the
-// greatest distance from one half.
-template< class Hash >
-double worstBias( std::size_t size, Hash hash )
+// Flips each bit of random keys of `size` bytes and counts how often each bit of the hash follows:
+// the greatest distance from one half.
+template< class Hash > double worstBias( std::size_t size, Hash hash )
 {
    const int rounds = 4000;
    std::vector< std::array< int, 64 > > flips( size * 8 );
    Random random( 11 );
    std::string key( size, '\0' );
    for ( int round = 0; round < rounds; ++round ) {
-      std::generate( key.begin(), key.end(), [ & ] { return static_cast< char >( random.below( 256 ) ); } );
+      std::generate(
+            key.begin(), key.end(), [ & ] { return static_cast< char >( random.below( 256 ) ); } );
       const std::uint64_t before = hash( key );
       for ( std::size_t bit = 0; bit < flips.size(); ++bit ) {
          std::string other = key;
@@ -195,7 +203,9 @@ TEST( HashTest, EveryBitOfAKeyReachesEveryBitOfItsHash )
    };
    EXPECT_LT( worstBias( 4, ofWord ), 0.06 );
    EXPECT_LT( worstBias( 8, ofWord ), 0.06 );
-   const auto ofBytes = []( const std::string & key ) { return hashBytes( key.data(), key.size(), seed ); };
+   const auto ofBytes = []( const std::string & key ) {
+      return hashBytes( key.data(), key.size(), seed );
+   };
    for ( const std::size_t size : { 2u, 3u, 6u, 8u, 13u, 16u, 20u, 40u, 70u } ) {
       EXPECT_LT( worstBias( size, ofBytes ), 0.06 ) << size;
    }
@@ -284,13 +294,11 @@ TEST( ChecksumTest, LengthsOrderAndPairsOfBitsMatter )
 }
 
 // Both forms of the metadata's comparison against the plain meaning of each operation.
-template< class Lanes >
-class LanesSuite : public testing::Test {
+template< class Lanes > class LanesSuite : public testing::Test {
  protected:
    using Words = std::array< std::uint16_t, 8 >;
 
-   template< class Set >
-   static unsigned bitsOf( Set set )
+   template< class Set > static unsigned bitsOf( Set set )
    {
       unsigned bits = 0;
       for ( ; set.any(); set.dropFirst() ) {
@@ -299,8 +307,7 @@ class LanesSuite : public testing::Test {
       return bits;
    }
 
-   template< class Test >
-   static unsigned expected( Test test )
+   template< class Test > static unsigned expected( Test test )
    {
       unsigned bits = 0;
       for ( unsigned i = 0; i < 8; ++i ) {
@@ -311,9 +318,10 @@ class LanesSuite : public testing::Test {
 
    static std::uint16_t word( Random & random )
    {
-      static constexpr std::uint16_t edges[] = { 0, 1, 0xff, 0x100, 0x101, 0x7fff, 0x8000, 0x8001, 0xfeff,
-         0xff00, 0xffff };
-      return random.oneIn( 3 ) ? static_cast< std::uint16_t >( random.word() ) : edges[ random.below( 11 ) ];
+      static constexpr std::uint16_t edges[] = { 0, 1, 0xff, 0x100, 0x101, 0x7fff, 0x8000, 0x8001,
+         0xfeff, 0xff00, 0xffff };
+      return random.oneIn( 3 ) ? static_cast< std::uint16_t >( random.word() )
+                               : edges[ random.below( 11 ) ];
    }
 };
 
@@ -336,15 +344,19 @@ TYPED_TEST( LanesSuite, ComparesEightUnsignedWords )
       }
       const TypeParam left = TypeParam::load( a.data() );
       const TypeParam right = TypeParam::load( b.data() );
-      EXPECT_EQ( this->bitsOf( left.equal( right ) ), this->expected( [ & ]( unsigned i ) { return a[ i ] == b[ i ]; } ) );
-      EXPECT_EQ( this->bitsOf( left.below( right ) ), this->expected( [ & ]( unsigned i ) { return a[ i ] < b[ i ]; } ) );
-      EXPECT_EQ( this->bitsOf( left.nonZero() ), this->expected( [ & ]( unsigned i ) { return a[ i ] != 0; } ) );
+      EXPECT_EQ( this->bitsOf( left.equal( right ) ),
+            this->expected( [ & ]( unsigned i ) { return a[ i ] == b[ i ]; } ) );
+      EXPECT_EQ( this->bitsOf( left.below( right ) ),
+            this->expected( [ & ]( unsigned i ) { return a[ i ] < b[ i ]; } ) );
+      EXPECT_EQ( this->bitsOf( left.nonZero() ),
+            this->expected( [ & ]( unsigned i ) { return a[ i ] != 0; } ) );
       const std::uint16_t one = this->word( random );
       EXPECT_EQ( this->bitsOf( left.below( TypeParam::all( one ) ) ),
             this->expected( [ & ]( unsigned i ) { return a[ i ] < one; } ) );
    }
    const typename TestFixture::Words ramp{ 0x105, 0x205, 0x305, 0x405, 0x505, 0x605, 0x705, 0x805 };
-   EXPECT_EQ( this->bitsOf( TypeParam::load( ramp.data() ).equal( TypeParam::ramp().plus( TypeParam::all( 5 ) ) ) ),
+   EXPECT_EQ( this->bitsOf( TypeParam::load( ramp.data() )
+                                  .equal( TypeParam::ramp().plus( TypeParam::all( 5 ) ) ) ),
          0xffu );
 }
 

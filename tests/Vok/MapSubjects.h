@@ -3,7 +3,9 @@
 #pragma once
 
 #include "Vok/HashMap2018.h"
+#include "Vok/OrderedMap.h"
 #include "Vok/String.h"
+#include "tests/Vok/MapInvariants.h"
 
 #include <cstdint>
 #include <memory>
@@ -15,8 +17,7 @@
 namespace MapSubjects {
 
 /// A key with a hash as bad as its tag says.
-template< class Tag >
-struct BadKey {
+template< class Tag > struct BadKey {
    std::uint32_t number = 0;
    bool operator==( const BadKey & ) const = default;
 };
@@ -36,8 +37,7 @@ struct SameMark {
    static std::uint64_t hash( std::uint32_t number ) { return std::uint64_t{ number } << 40; }
 };
 
-template< class Key >
-Key keyOf( std::uint32_t number )
+template< class Key > Key keyOf( std::uint32_t number )
 {
    if constexpr ( std::is_same_v< Key, Corvo::String > ) {
       return Corvo::String( ( number % 2 == 0 ? "" : "a name of many letters, number " ) +
@@ -47,19 +47,18 @@ Key keyOf( std::uint32_t number )
    }
 }
 
-/// The operations of the suites over the engine with a given node. `Shape` makes a node of a number
-/// and its value, and reads both out of it.
-template< class Shape, class Lanes = Vok::Detail::DefaultLanes >
-class VokMap {
+/// The operations of the suites over an engine with a given node. `Shape` makes a node of a number
+/// and its value, and reads the value out of it.
+template< class Shape, class Engine > class EngineMap {
  public:
    using Node = typename Shape::Node;
-   using Table = Vok::Detail::HashTable< Node, Lanes >;
+   using Table = Engine;
    using Key = typename Node::Key;
 
    bool insert( std::uint32_t number, std::uint32_t value )
    {
-      return table_.findOrInsert( keyOf< Key >( number ),
-                         [ & ] { return Shape::make( number, value ); } )
+      return table_
+            .findOrInsert( keyOf< Key >( number ), [ & ] { return Shape::make( number, value ); } )
             .second;
    }
    std::optional< std::uint32_t > find( std::uint32_t number ) const
@@ -83,20 +82,26 @@ class VokMap {
    std::size_t size() const { return table_.size(); }
    void clear() { table_.clear(); }
    void reserve( std::size_t size ) { table_.reserve( size ); }
-   void swap( VokMap & other ) { table_.swap( other.table_ ); }
-   template< class F >
-   void each( F f ) const
+   void swap( EngineMap & other ) { table_.swap( other.table_ ); }
+   template< class F > void each( F f ) const
    {
       for ( typename Table::Cursor cursor( table_ ); !cursor.atEnd(); cursor.next() ) {
          f( Shape::value( *cursor ) );
       }
    }
+   void expectSound() const { Vok::Detail::TableInspector::expectSound( table_ ); }
    static std::uint32_t valueOf( const Node & node ) { return Shape::value( node ); }
    const Table & table() const { return table_; }
 
  private:
    Table table_;
 };
+
+template< class Shape, class Lanes = Vok::Detail::DefaultLanes > using VokMap =
+      EngineMap< Shape, Vok::Detail::HashTable< typename Shape::Node, Lanes > >;
+
+template< class Shape > using TreeMap =
+      EngineMap< Shape, Vok::Detail::BTree< typename Shape::Node > >;
 
 /// The same over the standard map.
 class StandardMap {
@@ -128,8 +133,8 @@ class StandardMap {
    void clear() { map_.clear(); }
    void reserve( std::size_t size ) { map_.reserve( size ); }
    void swap( StandardMap & other ) { map_.swap( other.map_ ); }
-   template< class F >
-   void each( F f ) const
+   void expectSound() const {}
+   template< class F > void each( F f ) const
    {
       for ( const auto & [ key, value ] : map_ ) {
          f( value );
@@ -141,8 +146,7 @@ class StandardMap {
 };
 
 /// A key beside a value.
-template< class Key >
-struct Beside {
+template< class Key > struct Beside {
    using Node = Vok::MapNode< Key, std::uint32_t >;
    static Node make( std::uint32_t number, std::uint32_t value )
    {
@@ -163,7 +167,10 @@ struct BesideText {
    {
       return static_cast< std::uint32_t >( std::stoul( node.value ) );
    }
-   static void setValue( Node & node, std::uint32_t value ) { node.value = std::to_string( value ); }
+   static void setValue( Node & node, std::uint32_t value )
+   {
+      node.value = std::to_string( value );
+   }
 };
 
 struct Member {
@@ -221,8 +228,7 @@ using Portable = Vok::Detail::PortableLanes;
 
 } // namespace MapSubjects
 
-template< class Tag >
-struct Vok::Detail::KeyHash< MapSubjects::BadKey< Tag > > {
+template< class Tag > struct Vok::Detail::KeyHash< MapSubjects::BadKey< Tag > > {
    static std::uint64_t hash( MapSubjects::BadKey< Tag > key, HashSeed )
    {
       return Tag::hash( key.number );

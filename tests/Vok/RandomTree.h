@@ -11,10 +11,12 @@
 
 namespace TestSupport {
 
-/// Changes a Test::Root in random ways through its typed mutators; every kind of attribute has its turn.
+/// Changes a Test::Root in random ways through its typed mutators; every kind of attribute has
+/// its turn.
 class RandomTree {
  public:
-   RandomTree( Test::Root & root, Random & random ) : root_( root ), random_( random ) {}
+   RandomTree( Test::Root & root, Random & random ) : root_( root ),
+                                                      random_( random ) {}
 
    /// One random change, which may be none: a value that is there already, a key that is not.
    void change();
@@ -43,8 +45,9 @@ class RandomTree {
    Random & random_;
 };
 
-/// Every attribute and member of a tree as text, one a line, children below their parents: equal trees have
-/// equal descriptions. References appear as paths, or as what they lead to outside the tree.
+/// Every attribute and member of a tree as text, one a line, children below their parents: equal
+/// trees have equal descriptions. References appear as paths, or as what they lead to outside the
+/// tree.
 std::string describeTree( const Vok::Entity & root );
 
 } // namespace TestSupport

@@ -24,8 +24,8 @@ using Vok::Detail::slabsHeld;
 // Marks all bytes of an object, and tells whether they are still marked.
 void fill( void * object, std::size_t size )
 {
-   std::memset( object, static_cast< int >( reinterpret_cast< std::uintptr_t >( object ) >> 4 & 0xff ),
-         size );
+   std::memset( object,
+         static_cast< int >( reinterpret_cast< std::uintptr_t >( object ) >> 4 & 0xff ), size );
 }
 
 bool isFilled( const void * object, std::size_t size )

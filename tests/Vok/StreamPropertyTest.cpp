@@ -1,5 +1,5 @@
-// Whatever happens to a writer's tree, its replica follows: random changes, and readers that are lost, late or
-// new.
+// Whatever happens to a writer's tree, its replica follows: random changes, and readers that are
+// lost, late or new.
 #include "tests/Vok/RandomTree.h"
 
 #include <gtest/gtest.h>

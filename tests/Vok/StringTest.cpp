@@ -35,8 +35,8 @@ std::string textOf( std::size_t size )
 }
 
 // Around the longest text in place, the widths of the word-wise loops, and a few long ones.
-const std::vector< std::size_t > sizes = { 0, 1, 2, 3, 4, 5, 7, 8, 9, 11, 12, 13, 14, 15, 16, 17, 18, 23,
-   24, 31, 32, 33, 63, 64, 65, 255, 256, 1000, 70000 };
+const std::vector< std::size_t > sizes = { 0, 1, 2, 3, 4, 5, 7, 8, 9, 11, 12, 13, 14, 15, 16, 17,
+   18, 23, 24, 31, 32, 33, 63, 64, 65, 255, 256, 1000, 70000 };
 
 TEST( StringTest, TheDefaultIsTheEmptyText )
 {
@@ -169,7 +169,8 @@ TEST( StringTest, Swaps )
 
 TEST( StringTest, ComparesEveryByteOfEveryLength )
 {
-   for ( const std::size_t size : { 0u, 1u, 2u, 3u, 4u, 5u, 7u, 8u, 9u, 12u, 14u, 15u, 16u, 17u, 24u, 31u, 33u, 64u, 65u } ) {
+   for ( const std::size_t size : { 0u, 1u, 2u, 3u, 4u, 5u, 7u, 8u, 9u, 12u, 14u, 15u, 16u, 17u,
+               24u, 31u, 33u, 64u, 65u } ) {
       const std::string base = textOf( size );
       const String text( base );
       const String equal{ std::string( base ) };
@@ -203,7 +204,8 @@ TEST( StringTest, ComparesWithTextsOnEitherSideWithoutMakingAString )
    EXPECT_TRUE( text == pointer && pointer == text );
    EXPECT_TRUE( text == "a text that is not held in place" );
    EXPECT_TRUE( "a text that is not held in place" == text );
-   EXPECT_TRUE( text != "other" && "other" != text && "b" > text && text < "b" && !( "b"s < text ) );
+   EXPECT_TRUE(
+         text != "other" && "other" != text && "b" > text && text < "b" && !( "b"s < text ) );
    EXPECT_TRUE( text <= view && view <= text && text >= string && "0"sv < text );
    EXPECT_EQ( heap.peak(), 0u );
 }
@@ -215,8 +217,8 @@ TEST( StringTest, OrdersBytesAsUnsigned )
    EXPECT_LT( String( "" ), String( "\0"sv ) );
    EXPECT_LT( String( "ab" ), String( "abc" ) );
    EXPECT_LT( String( "abc" ), "b" );
-   std::vector< String > texts = { "pear", "", "\xffz", "apple", "a text of more than fifteen letters",
-      "a text of more than fifteen lettert", "A" };
+   std::vector< String > texts = { "pear", "", "\xffz", "apple",
+      "a text of more than fifteen letters", "a text of more than fifteen lettert", "A" };
    std::sort( texts.begin(), texts.end() );
    const std::vector< String > sorted = { "", "A", "a text of more than fifteen letters",
       "a text of more than fifteen lettert", "apple", "pear", "\xffz" };

@@ -20,12 +20,14 @@ using Vok::Store::FramingException;
 using Bytes = std::vector< std::byte >;
 using Piece = std::span< const std::byte >;
 
-Bytes bytes( std::string_view text ) {
+Bytes bytes( std::string_view text )
+{
    const Piece view = std::as_bytes( std::span( text ) );
    return { view.begin(), view.end() };
 }
 
-Bytes framed( const std::vector< Bytes > & payloads ) {
+Bytes framed( const std::vector< Bytes > & payloads )
+{
    Bytes stream;
    for ( const Bytes & payload : payloads ) {
       FrameWriter().append( payload, stream );
@@ -34,7 +36,8 @@ Bytes framed( const std::vector< Bytes > & payloads ) {
 }
 
 // All that the reader makes of one piece.
-std::vector< Bytes > fed( FrameReader & reader, Piece piece ) {
+std::vector< Bytes > fed( FrameReader & reader, Piece piece )
+{
    std::vector< Bytes > frames;
    while ( auto frame = reader.feed( piece ) ) {
       frames.push_back( *frame );
@@ -43,12 +46,14 @@ std::vector< Bytes > fed( FrameReader & reader, Piece piece ) {
    return frames;
 }
 
-void append( std::vector< Bytes > & to, const std::vector< Bytes > & more ) {
+void append( std::vector< Bytes > & to, const std::vector< Bytes > & more )
+{
    to.insert( to.end(), more.begin(), more.end() );
 }
 
 // The text of the FramingException that the reader throws for this stream, which it must.
-std::string refusal( FrameReader & reader, Piece piece ) {
+std::string refusal( FrameReader & reader, Piece piece )
+{
    try {
       while ( reader.feed( piece ) ) {
       }
@@ -58,7 +63,8 @@ std::string refusal( FrameReader & reader, Piece piece ) {
    return "not refused";
 }
 
-std::string endRefusal( FrameReader & reader ) {
+std::string endRefusal( FrameReader & reader )
+{
    try {
       reader.end();
    } catch ( const FramingException & error ) {
@@ -69,18 +75,21 @@ std::string endRefusal( FrameReader & reader ) {
 
 const std::vector< Bytes > threeFrames = { bytes( "first" ), {}, bytes( "the third frame" ) };
 
-TEST( FrameWriterTest, BytesOfAFrame ) {
+TEST( FrameWriterTest, BytesOfAFrame )
+{
    const Bytes expected = bytes( std::string_view( "Vok1\0\0\0\5hello", 13 ) );
    EXPECT_EQ( framed( { bytes( "hello" ) } ), expected );
 }
 
-TEST( FrameWriterTest, LengthIsMostSignificantByteFirst ) {
+TEST( FrameWriterTest, LengthIsMostSignificantByteFirst )
+{
    const auto header = FrameWriter( 0x01020304 ).header( 0x01020304 );
    const Bytes expected = bytes( "Vok1\1\2\3\4" );
    EXPECT_EQ( Bytes( header.begin(), header.end() ), expected );
 }
 
-TEST( FrameWriterTest, LimitIsTheLongestPayload ) {
+TEST( FrameWriterTest, LimitIsTheLongestPayload )
+{
    const FrameWriter writer( 5 );
    Bytes out = bytes( "before" );
    EXPECT_THROW( writer.append( bytes( "longer" ), out ), FramingException );
@@ -90,19 +99,22 @@ TEST( FrameWriterTest, LimitIsTheLongestPayload ) {
    EXPECT_THROW( writer.header( 6 ), FramingException );
 }
 
-TEST( FrameWriterTest, NeverLongerThanTheLengthCanSay ) {
+TEST( FrameWriterTest, NeverLongerThanTheLengthCanSay )
+{
    const FrameWriter writer( ~std::size_t{ 0 } );
    EXPECT_NO_THROW( writer.header( 0xFFFFFFFF ) );
    EXPECT_THROW( writer.header( 0x100000000 ), FramingException );
 }
 
-TEST( FrameWriterTest, PayloadMayLieInTheOutput ) {
+TEST( FrameWriterTest, PayloadMayLieInTheOutput )
+{
    Bytes out = bytes( "self" );
    FrameWriter().append( out, out );
    EXPECT_EQ( out, bytes( std::string_view( "selfVok1\0\0\0\4self", 16 ) ) );
 }
 
-TEST( FrameReaderTest, EveryCutIntoTwo ) {
+TEST( FrameReaderTest, EveryCutIntoTwo )
+{
    const Bytes stream = framed( threeFrames );
    for ( std::size_t cut = 0; cut <= stream.size(); ++cut ) {
       FrameReader reader;
@@ -113,7 +125,8 @@ TEST( FrameReaderTest, EveryCutIntoTwo ) {
    }
 }
 
-TEST( FrameReaderTest, EveryCutIntoThree ) {
+TEST( FrameReaderTest, EveryCutIntoThree )
+{
    const Bytes stream = framed( threeFrames );
    for ( std::size_t second = 0; second <= stream.size(); ++second ) {
       for ( std::size_t first = 0; first <= second; ++first ) {
@@ -126,7 +139,8 @@ TEST( FrameReaderTest, EveryCutIntoThree ) {
    }
 }
 
-TEST( FrameReaderTest, ByteByByte ) {
+TEST( FrameReaderTest, ByteByByte )
+{
    const Bytes stream = framed( threeFrames );
    FrameReader reader;
    std::vector< Bytes > frames;
@@ -136,7 +150,8 @@ TEST( FrameReaderTest, ByteByByte ) {
    EXPECT_EQ( frames, threeFrames );
 }
 
-TEST( FrameReaderTest, StopsAfterTheFirstFrameOfAPiece ) {
+TEST( FrameReaderTest, StopsAfterTheFirstFrameOfAPiece )
+{
    const Bytes stream = framed( { bytes( "a" ), bytes( "b" ) } );
    FrameReader reader;
    Piece piece = stream;
@@ -146,13 +161,15 @@ TEST( FrameReaderTest, StopsAfterTheFirstFrameOfAPiece ) {
    EXPECT_TRUE( piece.empty() );
 }
 
-TEST( FrameReaderTest, EmptyFramesAreFrames ) {
+TEST( FrameReaderTest, EmptyFramesAreFrames )
+{
    const std::vector< Bytes > empties( 3 );
    FrameReader reader( 0 );
    EXPECT_EQ( fed( reader, framed( empties ) ), empties );
 }
 
-TEST( FrameReaderTest, LimitIsTheLongestPayload ) {
+TEST( FrameReaderTest, LimitIsTheLongestPayload )
+{
    FrameReader exact( 5 );
    EXPECT_EQ( fed( exact, framed( { bytes( "fives" ) } ) ).size(), 1U );
    FrameReader over( 5 );
@@ -160,7 +177,8 @@ TEST( FrameReaderTest, LimitIsTheLongestPayload ) {
          "frame of 6 bytes, the limit is 5" );
 }
 
-TEST( FrameReaderTest, DefaultLimitIs64MiB ) {
+TEST( FrameReaderTest, DefaultLimitIs64MiB )
+{
    FrameReader exact;
    EXPECT_TRUE( fed( exact, bytes( std::string_view( "Vok1\4\0\0\0", 8 ) ) ).empty() );
    FrameReader over;
@@ -168,13 +186,15 @@ TEST( FrameReaderTest, DefaultLimitIs64MiB ) {
          "frame of 67108865 bytes, the limit is 67108864" );
 }
 
-TEST( FrameReaderTest, TooLongIsRefusedBeforeItsFirstByte ) {
+TEST( FrameReaderTest, TooLongIsRefusedBeforeItsFirstByte )
+{
    FrameReader reader( 1000 );
    const Bytes header = bytes( "Vok1\xFF\xFF\xFF\xFF" );
    EXPECT_EQ( refusal( reader, header ), "frame of 4294967295 bytes, the limit is 1000" );
 }
 
-TEST( FrameReaderTest, MemoryGrowsOnlyWithWhatArrives ) {
+TEST( FrameReaderTest, MemoryGrowsOnlyWithWhatArrives )
+{
    FrameReader reader;
    const TestSupport::HeapMeter meter;
    EXPECT_FALSE( fed( reader, bytes( std::string_view( "Vok1\4\0\0\0", 8 ) ) ).size() );
@@ -191,7 +211,8 @@ TEST( FrameReaderTest, MemoryGrowsOnlyWithWhatArrives ) {
    }
 }
 
-TEST( FrameReaderTest, NothingIsHeldBetweenFrames ) {
+TEST( FrameReaderTest, NothingIsHeldBetweenFrames )
+{
    const Bytes stream = framed( { Bytes( 100000 ) } );
    FrameReader reader;
    const TestSupport::HeapMeter meter;
@@ -200,7 +221,8 @@ TEST( FrameReaderTest, NothingIsHeldBetweenFrames ) {
    EXPECT_EQ( meter.held(), 0U );
 }
 
-TEST( FrameReaderTest, OutOfMemoryLosesNothing ) {
+TEST( FrameReaderTest, OutOfMemoryLosesNothing )
+{
    const std::vector< Bytes > payloads = { Bytes( 100000 ), bytes( "next" ) };
    const Bytes stream = framed( payloads );
    FrameReader reader;
@@ -214,23 +236,26 @@ TEST( FrameReaderTest, OutOfMemoryLosesNothing ) {
    EXPECT_EQ( fed( reader, piece ), payloads );
 }
 
-TEST( FrameReaderTest, EveryWrongByteOfTheMagicIsRefusedAtOnce ) {
+TEST( FrameReaderTest, EveryWrongByteOfTheMagicIsRefusedAtOnce )
+{
    const Bytes good = framed( { bytes( "x" ) } );
    for ( std::size_t at = 0; at < 4; ++at ) {
       Bytes stream( good.begin(), good.begin() + static_cast< std::ptrdiff_t >( at ) + 1 );
-      stream[at] ^= std::byte{ 1 };
+      stream[ at ] ^= std::byte{ 1 };
       FrameReader reader;
       EXPECT_EQ( refusal( reader, stream ).substr( 0, 17 ), "frame begins with" ) << "byte " << at;
    }
 }
 
-TEST( FrameReaderTest, RefusalShowsWhatCame ) {
+TEST( FrameReaderTest, RefusalShowsWhatCame )
+{
    FrameReader reader;
    EXPECT_EQ( refusal( reader, bytes( "GET / HTTP/1.1" ) ),
          "frame begins with 47 45 54 20, expected 56 6f 6b 31" );
 }
 
-TEST( FrameReaderTest, GoodFramesBeforeABadOneAreGiven ) {
+TEST( FrameReaderTest, GoodFramesBeforeABadOneAreGiven )
+{
    Bytes stream = framed( threeFrames );
    stream.push_back( std::byte{ 0 } );
    FrameReader reader;
@@ -241,7 +266,8 @@ TEST( FrameReaderTest, GoodFramesBeforeABadOneAreGiven ) {
    EXPECT_THROW( reader.feed( piece ), FramingException );
 }
 
-TEST( FrameReaderTest, UnusableAfterARefusal ) {
+TEST( FrameReaderTest, UnusableAfterARefusal )
+{
    const Bytes good = framed( threeFrames );
    FrameReader reader( 20 );
    const std::string text = refusal( reader, framed( { Bytes( 21 ) } ) );
@@ -250,7 +276,8 @@ TEST( FrameReaderTest, UnusableAfterARefusal ) {
    EXPECT_EQ( endRefusal( reader ), text );
 }
 
-TEST( FrameReaderTest, EndInsideAFrame ) {
+TEST( FrameReaderTest, EndInsideAFrame )
+{
    const Bytes stream = framed( { bytes( "first" ), bytes( "second" ) } );
    for ( std::size_t cut = 0; cut <= stream.size(); ++cut ) {
       FrameReader reader;
@@ -260,7 +287,8 @@ TEST( FrameReaderTest, EndInsideAFrame ) {
    }
 }
 
-TEST( FrameReaderTest, EndSaysHowFarTheFrameWas ) {
+TEST( FrameReaderTest, EndSaysHowFarTheFrameWas )
+{
    FrameReader inHeader;
    fed( inHeader, bytes( "Vok1" ) );
    EXPECT_EQ( endRefusal( inHeader ), "stream ended after 4 of the 8 bytes of a frame header" );
@@ -271,7 +299,8 @@ TEST( FrameReaderTest, EndSaysHowFarTheFrameWas ) {
    EXPECT_THROW( inPayload.feed( none ), FramingException );
 }
 
-TEST( FrameReaderTest, EmptyPiecesChangeNothing ) {
+TEST( FrameReaderTest, EmptyPiecesChangeNothing )
+{
    const Bytes stream = framed( threeFrames );
    FrameReader reader;
    std::vector< Bytes > frames;

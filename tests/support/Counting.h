@@ -27,8 +27,7 @@ struct CopyFailure : std::runtime_error {
 /// A number that counts its copies, moves, hashes and comparisons, knows how many of its kind are
 /// alive, and ends the test when it is used after it was destroyed. `Tag` makes types whose counts
 /// are apart.
-template< class Tag >
-class Counting {
+template< class Tag > class Counting {
  public:
    inline static Counts counts;
    inline static std::ptrdiff_t live = 0;
@@ -103,8 +102,7 @@ class Counting {
 
 } // namespace TestSupport
 
-template< class Tag >
-struct Vok::Detail::KeyHash< TestSupport::Counting< Tag > > {
+template< class Tag > struct Vok::Detail::KeyHash< TestSupport::Counting< Tag > > {
    static std::uint64_t hash( const TestSupport::Counting< Tag > & key, HashSeed seed )
    {
       ++TestSupport::Counting< Tag >::counts.hashes;

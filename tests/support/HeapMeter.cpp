@@ -15,14 +15,16 @@ std::atomic< std::size_t > heldBytes{ 0 };
 std::atomic< std::size_t > peakBytes{ 0 };
 std::atomic< std::size_t > mostBytes{ std::numeric_limits< std::size_t >::max() };
 
-void give( void * memory ) noexcept {
+void give( void * memory ) noexcept
+{
    if ( memory != nullptr ) {
       heldBytes -= malloc_usable_size( memory );
       std::free( memory );
    }
 }
 
-void * counted( void * memory ) {
+void * counted( void * memory )
+{
    if ( memory == nullptr ) {
       throw std::bad_alloc();
    }
@@ -37,18 +39,21 @@ void * counted( void * memory ) {
    return memory;
 }
 
-void * aligned( std::size_t size, std::align_val_t alignment ) {
+void * aligned( std::size_t size, std::align_val_t alignment )
+{
    const auto boundary = static_cast< std::size_t >( alignment );
    return counted( std::aligned_alloc( boundary, ( size + boundary - 1 ) / boundary * boundary ) );
 }
 
 } // namespace
 
-void * operator new( std::size_t size ) {
+void * operator new( std::size_t size )
+{
    return counted( std::malloc( std::max< std::size_t >( size, 1 ) ) );
 }
 
-void * operator new( std::size_t size, std::align_val_t alignment ) {
+void * operator new( std::size_t size, std::align_val_t alignment )
+{
    return aligned( size, alignment );
 }
 
@@ -59,24 +64,29 @@ void operator delete( void * memory, std::size_t, std::align_val_t ) noexcept { 
 
 namespace TestSupport {
 
-HeapMeter::HeapMeter() : base_( heldBytes ) {
+HeapMeter::HeapMeter() : base_( heldBytes )
+{
    peakBytes = base_;
 }
 
-std::size_t HeapMeter::peak() const {
+std::size_t HeapMeter::peak() const
+{
    return peakBytes - base_;
 }
 
-std::size_t HeapMeter::held() const {
+std::size_t HeapMeter::held() const
+{
    const std::size_t now = heldBytes;
    return now > base_ ? now - base_ : 0;
 }
 
-HeapLimit::HeapLimit( std::size_t more ) {
+HeapLimit::HeapLimit( std::size_t more )
+{
    mostBytes = heldBytes + more;
 }
 
-HeapLimit::~HeapLimit() {
+HeapLimit::~HeapLimit()
+{
    mostBytes = std::numeric_limits< std::size_t >::max();
 }
 

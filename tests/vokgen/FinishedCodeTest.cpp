@@ -71,10 +71,12 @@ TEST( FinishedCode, breaksBeforeAFunctionsName )
    const std::string b = name( 46 );
    EXPECT_EQ( finishedCode( "A.h", "   const " + a + " & " + b + "() const noexcept;\n" ),
          "   const " + a + " &\n   " + b + "() const noexcept;\n" );
-   EXPECT_EQ( finishedCode( "A.h", "Ptr< " + a + " > " + b + "::f( int " + a + ", int " + b + " )\n" ),
+   EXPECT_EQ(
+         finishedCode( "A.h", "Ptr< " + a + " > " + b + "::f( int " + a + ", int " + b + " )\n" ),
          "Ptr< " + a + " >\n" + b + "::f(\n      int " + a + ",\n      int " + b + " )\n" );
-   EXPECT_EQ( finishedCode( "A.h", "   return " + a + "::" + b + "( 1, 2222 );\n" ),
-         "   return " + a + "::" + b + "(\n         1, 2222 );\n" );
+   const std::string c = name( 40 );
+   EXPECT_EQ( finishedCode( "A.h", "   return " + a + "::" + c + "( 1, 2 );\n" ),
+         "   return " + a + "::" + c + "(\n         1, 2 );\n" );
 }
 
 TEST( FinishedCode, keepsTemplatesAndNestedCallsTogether )

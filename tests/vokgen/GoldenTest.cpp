@@ -1,5 +1,5 @@
-// What is generated for each construct of the language: golden/<feature>/in.vok, with the expected files
-// beside it. Modules that it uses lie in imports/.
+// What is generated for each construct of the language: golden/<feature>/in.vok, with the expected
+// files beside it. Modules that it uses lie in imports/.
 #include "tests/vokgen/ExpectedText.h"
 #include "vokgen/Compiler.h"
 #include "vokgen/emit/Emit.h"

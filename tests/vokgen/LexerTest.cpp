@@ -9,8 +9,9 @@ namespace {
 
 /// A text with all its tokens and comments.
 struct Lexed {
-   explicit Lexed( std::string text ) : file( "in.vok", std::move( text ) ),
-                                        lexer( file, diagnostics )
+   explicit Lexed( std::string text )
+         : file( "in.vok", std::move( text ) ),
+           lexer( file, diagnostics )
    {
       for ( Token token = lexer.next(); token.kind != TokenKind::end; token = lexer.next() ) {
          tokens.push_back( token );

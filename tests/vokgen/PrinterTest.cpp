@@ -136,7 +136,8 @@ TEST( Printer, stopsAtAVariableThatIsNotUsed )
 
 TEST( Printer, stopsAtASingleDollar )
 {
-   EXPECT_EQ( failure( { { "name", "A" } }, "class $name" ), "layout with a single $: class $name" );
+   EXPECT_EQ(
+         failure( { { "name", "A" } }, "class $name" ), "layout with a single $: class $name" );
    EXPECT_NE( failure( { { "name", "A" } }, "\n$name$ $\nname$\n" ), "" );
 }
 

@@ -169,7 +169,7 @@ std::string without( const std::string & prefix, std::string text )
 /// "10", "top (10)", "8 (Level::top - 2)"
 std::string boundInWords( const Model::Expression & bound, const Model::RecordType & owner )
 {
-   const std::string number = std::to_string( numberOf( bound.value ) );
+   std::string number = std::to_string( numberOf( bound.value ) );
    std::string text = without( owner.fullName + "::", bound.text );
    text = without( owner.nameSpace + "::", std::move( text ) );
    if ( text == number ) {

@@ -16,8 +16,8 @@ inline constexpr std::size_t continuationIndent = 6;
 /// bracket or a comma, as the formatter would leave it. Comments and string literals stay as they
 /// are, and names are longer than a line if a definition has it so.
 ///
-/// Throws InternalError, naming `file` and the line, for a comment or a literal that makes a line too
-/// long, and for a bracket without its partner.
+/// Throws InternalError, naming `file` and the line, for a comment or a literal that makes a line
+/// too long, and for a bracket without its partner.
 std::string finishedCode( std::string_view file, std::string_view text );
 
 } // namespace VokGen

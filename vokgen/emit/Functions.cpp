@@ -91,7 +91,7 @@ std::string checkBody( const Attribute & attribute )
 
 std::string throwStatement( const std::string & message )
 {
-   const std::string whole =
+   std::string whole =
          "Corvo::RangeException::throwException( " + cppLiteral( message, 1000 ) + " );";
    if ( whole.size() + deepest <= columnLimit &&
          cppLiteral( message, 1000 ) == cppLiteral( message ) ) {

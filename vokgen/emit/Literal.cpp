@@ -33,7 +33,8 @@ double realOf( const Constant & value )
                                              : static_cast< double >( numberOf( value ) );
 }
 
-/// A text that holds a NUL says how long it is. A literal of several lines begins on one of its own.
+/// A text that holds a NUL says how long it is. A literal of several lines begins on one of its
+/// own.
 std::string textLiteral( const std::string & text )
 {
    if ( text.empty() ) {

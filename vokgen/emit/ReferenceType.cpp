@@ -11,7 +11,6 @@
 namespace VokGen {
 
 using Model::Attribute;
-using Model::ConstantsType;
 using Model::EntityType;
 using Model::EnumType;
 using Model::RecordType;

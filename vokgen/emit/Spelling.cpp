@@ -18,13 +18,9 @@ bool hasNested( const Model::RecordType & type, std::string_view name )
          ( entity && entity->base && hasNested( *entity->base, name ) );
 }
 
-std::string join( const std::vector< std::string > & parts )
+void addToList( std::string & list, const std::string & part )
 {
-   std::string out;
-   for ( const std::string & part : parts ) {
-      out.append( out.empty() ? "" : ", " ).append( part );
-   }
-   return out;
+   list.append( list.empty() ? "" : ", " ).append( part );
 }
 
 } // namespace
@@ -80,20 +76,20 @@ std::string Scope::constPointer( const Model::TypeDeclaration & entity ) const
 
 std::string Scope::parameters( const std::vector< const Attribute * > & arguments ) const
 {
-   std::vector< std::string > parts;
+   std::string list;
    for ( const Attribute * const argument : arguments ) {
-      parts.push_back( argumentGiven( *argument ) + " " + argument->name );
+      addToList( list, argumentGiven( *argument ) + " " + argument->name );
    }
-   return join( parts );
+   return list;
 }
 
 std::string Scope::parameters( const Model::Function & function ) const
 {
-   std::vector< std::string > parts;
+   std::string list;
    for ( const Model::Parameter & parameter : function.parameters ) {
-      parts.push_back( given( parameter.type ) + " " + parameter.name );
+      addToList( list, given( parameter.type ) + " " + parameter.name );
    }
-   return join( parts );
+   return list;
 }
 
 std::string Scope::result( const Model::Function & function ) const
@@ -103,11 +99,11 @@ std::string Scope::result( const Model::Function & function ) const
 
 std::string names( const std::vector< const Attribute * > & attributes )
 {
-   std::vector< std::string > parts;
+   std::string list;
    for ( const Attribute * const attribute : attributes ) {
-      parts.push_back( attribute->name );
+      addToList( list, attribute->name );
    }
-   return join( parts );
+   return list;
 }
 
 std::string inParentheses( std::string_view parameters )

@@ -156,23 +156,32 @@ std::string fieldTable( const ValueType & type )
    return entries.empty() ? "std::tuple<>()" : "std::tuple(\n      " + entries + " )";
 }
 
+/// The statement with which validate() checks one field.
+std::string validation( const Attribute & field )
+{
+   const std::string member = Names::dataMember( field.name );
+   std::string condition = outside( field, member );
+   if ( field.bounds->except ) {
+      condition = fill( { { "member", member },
+                              { "exempt", numberLiteral( *field.bounds->except ) },
+                              { "outside", condition } },
+            "$member$ != $exempt$ && ( $outside$ )" );
+   }
+   return fill(
+         { { "condition", condition }, { "throw", throwStatement( field.bounds->message ) } },
+         R"(
+      if ( $condition$ ) {
+         $throw$
+      }
+   )" );
+}
+
 std::string validateDefinition( const ValueType & type )
 {
    std::string checks;
    for ( const auto & attribute : type.attributes ) {
       if ( attribute->bounds && attribute->bounds->time == Model::CheckTime::validated ) {
-         const std::string member = Names::dataMember( attribute->name );
-         const std::string range = outside( *attribute, member );
-         const std::string condition = attribute->bounds->except ? member +
-                     " != " + numberLiteral( *attribute->bounds->except ) + " && ( " + range + " )"
-                                                                 : range;
-         checks += fill( { { "condition", condition },
-                               { "throw", throwStatement( attribute->bounds->message ) } },
-               R"(
-            if ( $condition$ ) {
-               $throw$
-            }
-         )" );
+         checks += validation( *attribute );
       }
    }
    return checks.empty() ? "" : longFunction( "void " + type.name + "::validate() const", checks );

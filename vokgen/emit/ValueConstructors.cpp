@@ -100,10 +100,12 @@ std::string fieldConstructor( const ValueType & type )
       return "";
    }
    const std::string refusals = fieldRefusals( type );
-   const std::string start = constructorFields( type ).size() == 1 ? "explicit " : "";
-   const std::string made = type.constructorArguments().empty()
-         ? "From its fields, in declared order."
-         : "With this " + names( type.constructorArguments() ) + ", all else at its default.";
+   const bool single = constructorFields( type ).size() == 1;
+   const std::string start = single ? "explicit " : "";
+   const std::string made = !type.constructorArguments().empty()
+         ? "With this " + names( type.constructorArguments() ) + ", all else at its default."
+         : single ? "From its " + constructorFields( type ).front()->name + "."
+                  : "From its fields, in declared order.";
    const std::string head = fieldHead( type, "" );
    return comment( { refusals.empty() ? made : refusals } ) +
          ( isLiteral( type )

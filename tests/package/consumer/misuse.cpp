@@ -1,7 +1,8 @@
 // What must not compile. MISUSE picks a case; without one the file compiles, which shows that each
 // case fails for its own line.
+#include "Acl/AclTypes.h"
 #include "FlowTracker/ApplicationId.h"
-#include "FlowTracker/FlowTrackingOrreryTypes.h"
+#include "Ipfix/IpfixTypes.h"
 
 using FlowTracking::ApplicationId;
 using FlowTracking::ApplicationIdMap;
@@ -10,8 +11,7 @@ void misuse( const Corvo::Ptr< ApplicationIdMap > & map, const Corvo::Change & c
 {
    const Corvo::Ptr< const ApplicationIdMap > fixed = map;
    const ApplicationId id( 5 );
-   FlowTracking::FtId tracker( 5 );
-   tracker.valueIs( 6 );
+   const Ipfix::TemplateId other( 300 );
 
 #if MISUSE == 1 // entities are not copied
    ApplicationIdMap copy( *map );
@@ -24,21 +24,20 @@ void misuse( const Corvo::Ptr< ApplicationIdMap > & map, const Corvo::Change & c
 #elif MISUSE == 5 // a value is not made from a number unasked
    map->applicationDel( 5 );
 #elif MISUSE == 6 // values of different types do not mix
-   map->applicationDel( tracker );
+   map->applicationDel( other );
 #elif MISUSE == 7 // enumerations are not numbers
-   const FlowTracking::FlowTrackingType type = 1;
+   const Acl::AclType type = 1;
 #elif MISUSE == 8 // a view shows, it does not change
    map->application().clear();
 #elif MISUSE == 9 // the name of an entity is fixed
    map->nameIs( "other" );
 #elif MISUSE == 10 // a change that is told of has happened
    *change.oldValue< FlowTracking::Application >() = FlowTracking::Application();
-#elif MISUSE == 11 // constants-only types have no instances
-   const FlowTracking::Constants constants;
-#elif MISUSE == 12 // a null pointer is no attribute log
+#elif MISUSE == 11 // a null pointer is no attribute log
    const ApplicationId none( nullptr );
 #endif
 
    static_cast< void >( fixed->application( id ) );
    static_cast< void >( change );
+   static_cast< void >( other );
 }

@@ -1,7 +1,6 @@
 // The other translation unit includes the same headers, and reads the tree.
 #include "consumer.h"
 
-#include "FlowTracker/FlowTrackerConfig.h"
 #include "Vok/Vok.h"
 #include "Wyre/IntfId.h"
 

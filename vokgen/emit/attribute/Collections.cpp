@@ -86,7 +86,7 @@ std::string memberType( const Attribute & collection )
 
 std::string nodeDeclaration( const Attribute & collection )
 {
-   const std::string node = "using " + nodeName( collection ) + " = Vok::" +
+   std::string node = "using " + nodeName( collection ) + " = Vok::" +
          nodeArguments( collection ) + ", " + salt( collection ) + " >;\n";
    if ( collection.collection->origin != KeyOrigin::member ) {
       return node;

@@ -58,7 +58,7 @@ inline Mode ModeInstance( std::string_view name )
 class VOK_EXPORT Label {
  public:
    Label() = default;
-   /// From its fields, in declared order.
+   /// From its stringValue.
    explicit Label( Corvo::String stringValue );
    /// From its text; throws Corvo::ParseException where that does not match, and what the
    /// constructor from fields throws.
@@ -115,11 +115,13 @@ inline bool operator<( const Label & a, const Label & b )
 class VOK_EXPORT Number {
  public:
    constexpr Number() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Number( std::uint32_t value ) noexcept
          : value_( value )
    {
    }
+   /// from its text
+   explicit Number( const Corvo::String & text );
    /// From its text; throws Corvo::ParseException where that does not match, and what the
    /// constructor from fields throws.
    explicit Number( Vok::CharRange & range );
@@ -133,7 +135,7 @@ class VOK_EXPORT Number {
    /// the number
    constexpr std::uint32_t value() const noexcept { return value_; }
    void valueIs( std::uint32_t v ) noexcept { value_ = v; }
-   /// written by hand
+   /// its text
    Corvo::String stringValue() const;
 
    /// Whether all fields are equal.

@@ -36,7 +36,7 @@ struct Test::Label::VokTable {
             .settable = true,
             .typeName = "Corvo::String",
             .defaultText = "\"\"",
-            .offset = VOK_OFFSET( Test::Label, stringValue_ ),
+            .offset = VOK_OFFSET( Label, stringValue_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
       } },
    };
@@ -60,7 +60,7 @@ struct Test::Number::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Number, value_ ),
+            .offset = VOK_OFFSET( Number, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
    };
@@ -128,7 +128,7 @@ struct Test::Slot::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .identity = true,
             .typeName = "Test::Label",
-            .offset = VOK_OFFSET( Test::Slot, label_ ),
+            .offset = VOK_OFFSET( Slot, label_ ),
             .value = &Vok::Detail::valueOps< Test::Label >,
             .fromName = &Vok::Detail::fromName< Test::Label >,
       } },
@@ -139,7 +139,7 @@ struct Test::Slot::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .settable = true,
             .typeName = "u16",
-            .offset = VOK_OFFSET( Test::Slot, weight_ ),
+            .offset = VOK_OFFSET( Slot, weight_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -169,7 +169,7 @@ struct Test::Line::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .identity = true,
             .typeName = "Test::Number",
-            .offset = VOK_OFFSET( Test::Line, number_ ),
+            .offset = VOK_OFFSET( Line, number_ ),
             .value = &Vok::Detail::valueOps< Test::Number >,
             .fromName = &Vok::Detail::fromName< Test::Number >,
       } },
@@ -208,7 +208,7 @@ struct Test::Group::VokTable {
             .documentation = "A name, a constant argument, no factory.",
             .kind = Vok::AttributeKind::constructorArgument,
             .typeName = "u32",
-            .offset = VOK_OFFSET( Test::Group, seqno_ ),
+            .offset = VOK_OFFSET( Group, seqno_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
       { {
@@ -216,7 +216,7 @@ struct Test::Group::VokTable {
             .name = "instantiate",
             .documentation = "a fresh one",
             .kind = Vok::AttributeKind::function,
-            .call = &Vok::Detail::callMember< &Test::Group::instantiate >,
+            .call = &Vok::Detail::callMember< &Group::instantiate >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -244,7 +244,7 @@ struct Test::Binding::VokTable {
             .documentation = "how",
             .kind = Vok::AttributeKind::constructorArgument,
             .typeName = "Test::Mode",
-            .offset = VOK_OFFSET( Test::Binding, mode_ ),
+            .offset = VOK_OFFSET( Binding, mode_ ),
             .value = &Vok::Detail::valueOps< Test::Mode >,
       } },
       { {
@@ -254,7 +254,7 @@ struct Test::Binding::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .reference = true,
             .typeName = "Test::Group",
-            .offset = VOK_OFFSET( Test::Binding, target_ ),
+            .offset = VOK_OFFSET( Binding, target_ ),
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -289,20 +289,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_3f80814b76c051aa_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_3f80814b76c051aa_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_fa31ca9825bcac1f_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_fa31ca9825bcac1f_vokModule( {
       .name = "Sample",
       .documentation = "Constructor arguments and identities.",
-      .fingerprint = 0x3f80814b76c051aa,
+      .fingerprint = 0xfa31ca9825bcac1f,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_3f80814b76c051aa_vokModule;
+   return _Sample_fa31ca9825bcac1f_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_3f80814b76c051aa_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_fa31ca9825bcac1f_vokModule );
 } // namespace

@@ -225,7 +225,7 @@ constexpr bool TemplateId::isEq( const TemplateId & other ) const
 class VOK_EXPORT Timeout {
  public:
    constexpr Timeout() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Timeout( std::uint32_t value ) noexcept
          : value_( value )
    {
@@ -281,7 +281,7 @@ constexpr bool Timeout::isEq( const Timeout & other ) const
 class VOK_EXPORT Size {
  public:
    constexpr Size() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Size( std::uint16_t value ) noexcept
          : value_( value )
    {

@@ -15,9 +15,9 @@ struct Test::Level::VokTable {
             .defaultText = "5",
             .lowerText = "1",
             .upperText = "10",
-            .offset = VOK_OFFSET( Test::Level, value_ ),
+            .offset = VOK_OFFSET( Level, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
-            .check = &Vok::Detail::checked< &Test::Level::checkValue >,
+            .check = &Vok::Detail::checked< &Level::checkValue >,
       } },
       { {
             .id = 3,
@@ -58,9 +58,9 @@ struct Test::Rate::VokTable {
             .defaultText = "1",
             .lowerText = "1",
             .upperText = "4294967295",
-            .offset = VOK_OFFSET( Test::Rate, value_ ),
+            .offset = VOK_OFFSET( Rate, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
-            .check = &Vok::Detail::checked< &Test::Rate::checkValue >,
+            .check = &Vok::Detail::checked< &Rate::checkValue >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -84,7 +84,7 @@ struct Test::TemplateId::VokTable {
             .defaultText = "65535",
             .lowerText = "256",
             .upperText = "65535",
-            .offset = VOK_OFFSET( Test::TemplateId, value_ ),
+            .offset = VOK_OFFSET( TemplateId, value_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -110,7 +110,7 @@ struct Test::Timeout::VokTable {
             .defaultText = "300",
             .lowerText = "100",
             .upperText = "1000",
-            .offset = VOK_OFFSET( Test::Timeout, value_ ),
+            .offset = VOK_OFFSET( Timeout, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
    };
@@ -136,7 +136,7 @@ struct Test::Size::VokTable {
             .defaultText = "0",
             .lowerText = "0",
             .upperText = "65535",
-            .offset = VOK_OFFSET( Test::Size, value_ ),
+            .offset = VOK_OFFSET( Size, value_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -162,9 +162,9 @@ struct Test::Interval::VokTable {
             .defaultText = "30",
             .lowerText = "1",
             .upperText = "300",
-            .offset = VOK_OFFSET( Test::Interval, before_ ),
+            .offset = VOK_OFFSET( Interval, before_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
-            .check = &Vok::Detail::checked< &Test::Interval::checkBefore >,
+            .check = &Vok::Detail::checked< &Interval::checkBefore >,
       } },
       { {
             .id = 3,
@@ -176,9 +176,9 @@ struct Test::Interval::VokTable {
             .defaultText = "30",
             .lowerText = "1",
             .upperText = "299",
-            .offset = VOK_OFFSET( Test::Interval, after_ ),
+            .offset = VOK_OFFSET( Interval, after_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
-            .check = &Vok::Detail::checked< &Test::Interval::checkAfter >,
+            .check = &Vok::Detail::checked< &Interval::checkAfter >,
       } },
       { {
             .id = 4,
@@ -229,9 +229,9 @@ struct Test::Root::VokTable {
             .defaultText = "1",
             .lowerText = "1",
             .upperText = "8",
-            .offset = VOK_OFFSET( Test::Root, agents_ ),
+            .offset = VOK_OFFSET( Root, agents_ ),
             .value = &Vok::Detail::valueOps< std::uint8_t >,
-            .check = &Vok::Detail::checked< &Test::Root::checkAgents >,
+            .check = &Vok::Detail::checked< &Root::checkAgents >,
       } },
       { {
             .id = 259,
@@ -243,9 +243,9 @@ struct Test::Root::VokTable {
             .defaultText = "300",
             .lowerText = "256",
             .upperText = "400",
-            .offset = VOK_OFFSET( Test::Root, pattern_ ),
+            .offset = VOK_OFFSET( Root, pattern_ ),
             .value = &Vok::Detail::valueOps< Test::TemplateId >,
-            .check = &Vok::Detail::checked< &Test::Root::checkPattern >,
+            .check = &Vok::Detail::checked< &Root::checkPattern >,
       } },
       { {
             .id = 260,
@@ -255,7 +255,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Test::Timeout",
             .defaultText = "300",
-            .offset = VOK_OFFSET( Test::Root, timeout_ ),
+            .offset = VOK_OFFSET( Root, timeout_ ),
             .value = &Vok::Detail::valueOps< Test::Timeout >,
       } },
    };

@@ -12,7 +12,7 @@ struct Test::Address::VokTable {
             .kind = Vok::AttributeKind::plain,
             .typeName = "u16",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Address, high_ ),
+            .offset = VOK_OFFSET( Address, high_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
       { {
@@ -22,7 +22,7 @@ struct Test::Address::VokTable {
             .kind = Vok::AttributeKind::plain,
             .typeName = "u16",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Address, low_ ),
+            .offset = VOK_OFFSET( Address, low_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -55,7 +55,7 @@ struct Test::Host::VokTable {
             .kind = Vok::AttributeKind::plain,
             .settable = true,
             .typeName = "Test::Address",
-            .offset = VOK_OFFSET( Test::Host, address_ ),
+            .offset = VOK_OFFSET( Host, address_ ),
             .value = &Vok::Detail::valueOps< Test::Address >,
       } },
    };

@@ -66,7 +66,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::child,
             .settable = true,
             .typeName = "Test::Leaf",
-            .offset = VOK_OFFSET( Test::Root, single_ ),
+            .offset = VOK_OFFSET( Root, single_ ),
             .collection = &Vok::Detail::childOps< Test::Leaf >,
       } },
       { {
@@ -76,7 +76,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::child,
             .settable = true,
             .typeName = "Test::Bare",
-            .offset = VOK_OFFSET( Test::Root, only_ ),
+            .offset = VOK_OFFSET( Root, only_ ),
             .collection = &Vok::Detail::childOps< Test::Bare >,
       } },
    };

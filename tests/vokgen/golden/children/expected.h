@@ -24,7 +24,7 @@ class Root;
 class VOK_EXPORT Label {
  public:
    Label() = default;
-   /// From its fields, in declared order.
+   /// From its stringValue.
    explicit Label( Corvo::String stringValue );
    /// From its text; throws Corvo::ParseException where that does not match, and what the
    /// constructor from fields throws.

@@ -13,7 +13,7 @@ struct Test::Label::VokTable {
             .settable = true,
             .typeName = "Corvo::String",
             .defaultText = "\"\"",
-            .offset = VOK_OFFSET( Test::Label, stringValue_ ),
+            .offset = VOK_OFFSET( Label, stringValue_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
       } },
    };
@@ -48,9 +48,9 @@ struct Test::Tree::VokTable {
             .typeName = "Test::Tree",
             .keyTypeName = "Corvo::String",
             .keyField = "name",
-            .offset = VOK_OFFSET( Test::Tree, kids_ ),
+            .offset = VOK_OFFSET( Tree, kids_ ),
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::childrenOps< decltype( Test::Tree::kids_ ) >,
+            .collection = &Vok::Detail::childrenOps< decltype( Tree::kids_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -87,7 +87,7 @@ struct Test::Group::VokTable {
             .documentation = "its number",
             .kind = Vok::AttributeKind::constructorArgument,
             .typeName = "u32",
-            .offset = VOK_OFFSET( Test::Group, seqno_ ),
+            .offset = VOK_OFFSET( Group, seqno_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
       { {
@@ -97,7 +97,7 @@ struct Test::Group::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .settable = true,
             .typeName = "u16",
-            .offset = VOK_OFFSET( Test::Group, weight_ ),
+            .offset = VOK_OFFSET( Group, weight_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -128,7 +128,7 @@ struct Test::Slot::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .identity = true,
             .typeName = "Test::Label",
-            .offset = VOK_OFFSET( Test::Slot, label_ ),
+            .offset = VOK_OFFSET( Slot, label_ ),
             .value = &Vok::Detail::valueOps< Test::Label >,
             .fromName = &Vok::Detail::fromName< Test::Label >,
       } },
@@ -171,9 +171,9 @@ struct Test::Root::VokTable {
             .typeName = "Test::Group",
             .keyTypeName = "u32",
             .keyField = "seqno",
-            .offset = VOK_OFFSET( Test::Root, groups_ ),
+            .offset = VOK_OFFSET( Root, groups_ ),
             .key = &Vok::Detail::valueOps< std::uint32_t >,
-            .collection = &Vok::Detail::childrenOps< decltype( Test::Root::groups_ ) >,
+            .collection = &Vok::Detail::childrenOps< decltype( Root::groups_ ) >,
       } },
       { {
             .id = 259,
@@ -184,9 +184,9 @@ struct Test::Root::VokTable {
             .typeName = "Test::Group",
             .keyTypeName = "Corvo::String",
             .keyField = "name",
-            .offset = VOK_OFFSET( Test::Root, named_ ),
+            .offset = VOK_OFFSET( Root, named_ ),
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::childrenOps< decltype( Test::Root::named_ ) >,
+            .collection = &Vok::Detail::childrenOps< decltype( Root::named_ ) >,
       } },
       { {
             .id = 260,
@@ -197,9 +197,9 @@ struct Test::Root::VokTable {
             .typeName = "Test::Slot",
             .keyTypeName = "Test::Label",
             .keyField = "label",
-            .offset = VOK_OFFSET( Test::Root, slots_ ),
+            .offset = VOK_OFFSET( Root, slots_ ),
             .key = &Vok::Detail::valueOps< Test::Label >,
-            .collection = &Vok::Detail::childrenOps< decltype( Test::Root::slots_ ) >,
+            .collection = &Vok::Detail::childrenOps< decltype( Root::slots_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {

@@ -39,9 +39,9 @@ struct Test::Level::VokTable {
             .defaultText = "1",
             .lowerText = "1",
             .upperText = "10",
-            .offset = VOK_OFFSET( Test::Level, value_ ),
+            .offset = VOK_OFFSET( Level, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
-            .check = &Vok::Detail::checked< &Test::Level::checkValue >,
+            .check = &Vok::Detail::checked< &Level::checkValue >,
       } },
    };
    static constexpr Vok::TypeData type{ {

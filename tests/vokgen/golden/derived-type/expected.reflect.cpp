@@ -25,9 +25,9 @@ struct Test::Config::VokTable {
             .defaultText = "1",
             .lowerText = "1",
             .upperText = "8",
-            .offset = VOK_OFFSET( Test::Config, agents_ ),
+            .offset = VOK_OFFSET( Config, agents_ ),
             .value = &Vok::Detail::valueOps< std::uint8_t >,
-            .check = &Vok::Detail::checked< &Test::Config::checkAgents >,
+            .check = &Vok::Detail::checked< &Config::checkAgents >,
       } },
       { {
             .id = 259,
@@ -37,10 +37,10 @@ struct Test::Config::VokTable {
             .settable = true,
             .typeName = "u32",
             .keyTypeName = "u32",
-            .offset = VOK_OFFSET( Test::Config, tags_ ),
+            .offset = VOK_OFFSET( Config, tags_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
             .key = &Vok::Detail::valueOps< std::uint32_t >,
-            .collection = &Vok::Detail::setOps< decltype( Test::Config::tags_ ) >,
+            .collection = &Vok::Detail::setOps< decltype( Config::tags_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -73,7 +73,7 @@ struct Test::MirrorConfig::VokTable {
             .settable = true,
             .typeName = "bool",
             .defaultText = "false",
-            .offset = VOK_OFFSET( Test::MirrorConfig, extra_ ),
+            .offset = VOK_OFFSET( MirrorConfig, extra_ ),
             .value = &Vok::Detail::valueOps< bool >,
       } },
       { {
@@ -81,7 +81,7 @@ struct Test::MirrorConfig::VokTable {
             .name = "fill",
             .documentation = "written by hand",
             .kind = Vok::AttributeKind::function,
-            .call = &Vok::Detail::callMember< &Test::MirrorConfig::fill >,
+            .call = &Vok::Detail::callMember< &MirrorConfig::fill >,
       } },
    };
    static constexpr Vok::TypeData type{ {

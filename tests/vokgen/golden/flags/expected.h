@@ -19,7 +19,7 @@ namespace Test {
 class VOK_EXPORT Flags {
  public:
    constexpr Flags() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Flags( std::uint16_t value ) noexcept
          : value_( value )
    {
@@ -81,7 +81,7 @@ constexpr bool Flags::isEq( const Flags & other ) const
 class VOK_EXPORT Fixed {
  public:
    constexpr Fixed() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Fixed( std::uint8_t value ) noexcept
          : value_( value )
    {

@@ -3,15 +3,14 @@
 
 namespace FlowTracking {
 
-// ---- CongestionIntervalBeforeAndAfterTheEvent ---------------------------------------------------
+// ---- IntervalAroundCongestion -------------------------------------------------------------------
 
-CongestionIntervalBeforeAndAfterTheEvent::CongestionIntervalBeforeAndAfterTheEvent(
-      Vok::CharRange & range )
+IntervalAroundCongestion::IntervalAroundCongestion( Vok::CharRange & range )
 {
    Vok::readFields( range, *this );
 }
 
-void CongestionIntervalBeforeAndAfterTheEvent::vokDecode( Vok::NboAttrLog::In & log )
+void IntervalAroundCongestion::vokDecode( Vok::NboAttrLog::In & log )
 {
    Vok::decodeFields( log, *this );
 }
@@ -19,8 +18,7 @@ void CongestionIntervalBeforeAndAfterTheEvent::vokDecode( Vok::NboAttrLog::In & 
 // ---- ExporterStatus -----------------------------------------------------------------------------
 
 ExporterStatus::ExporterStatus( const Corvo::String & exporterNameInTheConfiguration,
-      const CongestionIntervalBeforeAndAfterTheEvent & interval,
-      CollectorInactiveReasonWithAVeryLongName reason )
+      const IntervalAroundCongestion & interval, CollectorInactiveReasonWithAVeryLongName reason )
       : Vok::Entity( exporterNameInTheConfiguration ),
         interval_( interval ),
         reason_( reason )
@@ -31,16 +29,14 @@ ExporterStatus::~ExporterStatus() = default;
 
 Corvo::Ptr< ExporterStatus > ExporterStatus::ExporterStatusIs(
       const Corvo::String & exporterNameInTheConfiguration,
-      const CongestionIntervalBeforeAndAfterTheEvent & interval,
-      CollectorInactiveReasonWithAVeryLongName reason )
+      const IntervalAroundCongestion & interval, CollectorInactiveReasonWithAVeryLongName reason )
 {
    return Vok::Detail::EntityAccess::make< ExporterStatus >(
          exporterNameInTheConfiguration, interval, reason );
 }
 
 void ExporterStatus::vokReinstantiate( const Corvo::String & exporterNameInTheConfiguration,
-      const CongestionIntervalBeforeAndAfterTheEvent & interval,
-      CollectorInactiveReasonWithAVeryLongName reason )
+      const IntervalAroundCongestion & interval, CollectorInactiveReasonWithAVeryLongName reason )
 {
    Vok::Attribute::sameArgument( *this, exporterNameInTheConfigurationAttrId,
          "exporterNameInTheConfiguration", this->exporterNameInTheConfiguration(),
@@ -49,64 +45,61 @@ void ExporterStatus::vokReinstantiate( const Corvo::String & exporterNameInTheCo
    reasonIs( reason );
 }
 
-// ---- HardwareFlowTrackingConfiguration ----------------------------------------------------------
+// ---- HardwareConfiguration ----------------------------------------------------------------------
 
-HardwareFlowTrackingConfiguration::HardwareFlowTrackingConfiguration( const Corvo::String & name )
+HardwareConfiguration::HardwareConfiguration( const Corvo::String & name )
       : Vok::Entity( name )
 {
 }
 
-HardwareFlowTrackingConfiguration::~HardwareFlowTrackingConfiguration() = default;
+HardwareConfiguration::~HardwareConfiguration() = default;
 
-Corvo::Ptr< HardwareFlowTrackingConfiguration >
-HardwareFlowTrackingConfiguration::HardwareFlowTrackingConfigurationIs( const Corvo::String & name )
+Corvo::Ptr< HardwareConfiguration > HardwareConfiguration::HardwareConfigurationIs(
+      const Corvo::String & name )
 {
-   return Vok::Detail::EntityAccess::make< HardwareFlowTrackingConfiguration >( name );
+   return Vok::Detail::EntityAccess::make< HardwareConfiguration >( name );
 }
 
-void HardwareFlowTrackingConfiguration::vokReinstantiate( const Corvo::String & name )
+void HardwareConfiguration::vokReinstantiate( const Corvo::String & name )
 {
    Vok::Attribute::sameArgument( *this, 154, "name", this->name(), name );
 }
 
-void HardwareFlowTrackingConfiguration::collectorInactiveReasonsIs(
-      CollectorInactiveReasonWithAVeryLongName key,
-      const CongestionIntervalBeforeAndAfterTheEvent & value )
+void HardwareConfiguration::collectorInactiveReasonsIs(
+      CollectorInactiveReasonWithAVeryLongName key, const IntervalAroundCongestion & value )
 {
    Vok::Attribute::mapIs(
          *this, collectorInactiveReasonsAttrId, collectorInactiveReasons_, key, value );
 }
 
-CongestionIntervalBeforeAndAfterTheEvent
-HardwareFlowTrackingConfiguration::collectorInactiveReasonsDel(
+IntervalAroundCongestion HardwareConfiguration::collectorInactiveReasonsDel(
       CollectorInactiveReasonWithAVeryLongName key )
 {
    return Vok::Attribute::mapDel(
          *this, collectorInactiveReasonsAttrId, collectorInactiveReasons_, key );
 }
 
-void HardwareFlowTrackingConfiguration::collectorInactiveReasonsDelAll()
+void HardwareConfiguration::collectorInactiveReasonsDelAll()
 {
    Vok::Attribute::delAll( *this, collectorInactiveReasonsAttrId, collectorInactiveReasons_ );
 }
 
-Corvo::Ptr< ExporterStatus > HardwareFlowTrackingConfiguration::exporterStatusByIntervalIs(
+Corvo::Ptr< ExporterStatus > HardwareConfiguration::exporterStatusByIntervalIs(
       const Corvo::String & exporterNameInTheConfiguration,
-      const CongestionIntervalBeforeAndAfterTheEvent & interval,
-      CollectorInactiveReasonWithAVeryLongName reason )
+      const IntervalAroundCongestion & interval, CollectorInactiveReasonWithAVeryLongName reason )
 {
    return Vok::Attribute::childIs( *this, exporterStatusByIntervalAttrId, exporterStatusByInterval_,
          interval, exporterNameInTheConfiguration, interval, reason );
 }
 
-Corvo::Ptr< ExporterStatus > HardwareFlowTrackingConfiguration::exporterStatusByIntervalDel(
-      const CongestionIntervalBeforeAndAfterTheEvent & key )
+Corvo::Ptr< ExporterStatus > HardwareConfiguration::exporterStatusByIntervalDel(
+      const IntervalAroundCongestion & key )
 {
    return Vok::Attribute::childDel(
          *this, exporterStatusByIntervalAttrId, exporterStatusByInterval_, key );
 }
 
-void HardwareFlowTrackingConfiguration::exporterStatusByIntervalDelAll()
+void HardwareConfiguration::exporterStatusByIntervalDelAll()
 {
    Vok::Attribute::childDelAll( *this, exporterStatusByIntervalAttrId, exporterStatusByInterval_ );
 }

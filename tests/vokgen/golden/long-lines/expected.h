@@ -10,7 +10,7 @@ static_assert( Vok::generatedVersion == 1, "this file has to be generated anew" 
 namespace FlowTracking {
 
 class ExporterStatus;
-class HardwareFlowTrackingConfiguration;
+class HardwareConfiguration;
 
 // ---- Enumerations -------------------------------------------------------------------------------
 
@@ -61,58 +61,51 @@ inline CollectorInactiveReasonWithAVeryLongName CollectorInactiveReasonWithAVery
 // nobody.
 
 /// Long names of fields.
-class VOK_EXPORT CongestionIntervalBeforeAndAfterTheEvent {
+class VOK_EXPORT IntervalAroundCongestion {
  public:
-   constexpr CongestionIntervalBeforeAndAfterTheEvent() noexcept = default;
-   /// Throws Corvo::RangeException unless millisecondsBeforeTheCongestionEvent is in
-   /// leastIntervalOfCongestion (1) to mostIntervalOfCongestion (300). Throws
-   /// Corvo::RangeException unless millisecondsAfterTheCongestionEvent is in
-   /// leastIntervalOfCongestion (1) to mostIntervalOfCongestion (300).
-   constexpr CongestionIntervalBeforeAndAfterTheEvent(
-         std::uint16_t millisecondsBeforeTheCongestionEvent,
-         std::uint16_t millisecondsAfterTheCongestionEvent )
-         : millisecondsBeforeTheCongestionEvent_( millisecondsBeforeTheCongestionEvent ),
-           millisecondsAfterTheCongestionEvent_( millisecondsAfterTheCongestionEvent )
+   constexpr IntervalAroundCongestion() noexcept = default;
+   /// Throws Corvo::RangeException unless millisecondsBeforeIt is in leastIntervalOfCongestion
+   /// (1) to mostIntervalOfCongestion (300). Throws Corvo::RangeException unless
+   /// millisecondsAfterIt is in leastIntervalOfCongestion (1) to mostIntervalOfCongestion
+   /// (300).
+   constexpr IntervalAroundCongestion(
+         std::uint16_t millisecondsBeforeIt, std::uint16_t millisecondsAfterIt )
+         : millisecondsBeforeIt_( millisecondsBeforeIt ),
+           millisecondsAfterIt_( millisecondsAfterIt )
    {
-      checkMillisecondsBeforeTheCongestionEvent( millisecondsBeforeTheCongestionEvent );
-      checkMillisecondsAfterTheCongestionEvent( millisecondsAfterTheCongestionEvent );
+      checkMillisecondsBeforeIt( millisecondsBeforeIt );
+      checkMillisecondsAfterIt( millisecondsAfterIt );
    }
    /// From its text; throws Corvo::ParseException where that does not match, and what the
    /// constructor from fields throws.
-   explicit CongestionIntervalBeforeAndAfterTheEvent( Vok::CharRange & range );
+   explicit IntervalAroundCongestion( Vok::CharRange & range );
    /// From an attribute log; throws Vok::NboAttrLog::Exception where that is cut short.
    template< std::same_as< Vok::NboAttrLog::In > Log >
-   explicit CongestionIntervalBeforeAndAfterTheEvent( Log * log )
+   explicit IntervalAroundCongestion( Log * log )
    {
       vokDecode( *log );
    }
 
    /// before
-   constexpr std::uint16_t millisecondsBeforeTheCongestionEvent() const noexcept
-   {
-      return millisecondsBeforeTheCongestionEvent_;
-   }
+   constexpr std::uint16_t millisecondsBeforeIt() const noexcept { return millisecondsBeforeIt_; }
    /// Throws Corvo::RangeException unless v is in leastIntervalOfCongestion (1) to
    /// mostIntervalOfCongestion (300). It keeps its value then.
-   void millisecondsBeforeTheCongestionEventIs( std::uint16_t v )
+   void millisecondsBeforeItIs( std::uint16_t v )
    {
-      if ( v != millisecondsBeforeTheCongestionEvent_ ) {
-         checkMillisecondsBeforeTheCongestionEvent( v );
-         millisecondsBeforeTheCongestionEvent_ = v;
+      if ( v != millisecondsBeforeIt_ ) {
+         checkMillisecondsBeforeIt( v );
+         millisecondsBeforeIt_ = v;
       }
    }
    /// after
-   constexpr std::uint16_t millisecondsAfterTheCongestionEvent() const noexcept
-   {
-      return millisecondsAfterTheCongestionEvent_;
-   }
+   constexpr std::uint16_t millisecondsAfterIt() const noexcept { return millisecondsAfterIt_; }
    /// Throws Corvo::RangeException unless v is in leastIntervalOfCongestion (1) to
    /// mostIntervalOfCongestion (300). It keeps its value then.
-   void millisecondsAfterTheCongestionEventIs( std::uint16_t v )
+   void millisecondsAfterItIs( std::uint16_t v )
    {
-      if ( v != millisecondsAfterTheCongestionEvent_ ) {
-         checkMillisecondsAfterTheCongestionEvent( v );
-         millisecondsAfterTheCongestionEvent_ = v;
+      if ( v != millisecondsAfterIt_ ) {
+         checkMillisecondsAfterIt( v );
+         millisecondsAfterIt_ = v;
       }
    }
    /// least
@@ -121,78 +114,67 @@ class VOK_EXPORT CongestionIntervalBeforeAndAfterTheEvent {
    static constexpr std::uint16_t mostIntervalOfCongestion() noexcept { return 300; }
 
    /// Whether all fields are equal.
-   constexpr bool isEq( const CongestionIntervalBeforeAndAfterTheEvent & other ) const;
-   friend constexpr bool operator==( const CongestionIntervalBeforeAndAfterTheEvent & a,
-         const CongestionIntervalBeforeAndAfterTheEvent & b )
+   constexpr bool isEq( const IntervalAroundCongestion & other ) const;
+   friend constexpr bool operator==(
+         const IntervalAroundCongestion & a, const IntervalAroundCongestion & b )
    {
       return a.isEq( b );
    }
    /// Field by field, in declared order.
-   friend constexpr bool operator<( const CongestionIntervalBeforeAndAfterTheEvent & a,
-         const CongestionIntervalBeforeAndAfterTheEvent & b );
+   friend constexpr bool operator<(
+         const IntervalAroundCongestion & a, const IntervalAroundCongestion & b );
    /// The bytes that it takes in an attribute log.
-   friend std::size_t attrLogSize( const CongestionIntervalBeforeAndAfterTheEvent & v )
+   friend std::size_t attrLogSize( const IntervalAroundCongestion & v )
    {
-      return Vok::ValueType< CongestionIntervalBeforeAndAfterTheEvent >::logSize( v );
+      return Vok::ValueType< IntervalAroundCongestion >::logSize( v );
    }
 
    // For the framework.
-   static constexpr std::string_view vokName =
-         "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent";
+   static constexpr std::string_view vokName = "FlowTracking::IntervalAroundCongestion";
    struct VOK_HIDDEN VokTable;
 
  private:
    friend struct Vok::Detail::ValueAccess;
 
-   static constexpr void checkMillisecondsBeforeTheCongestionEvent( std::uint16_t v )
+   static constexpr void checkMillisecondsBeforeIt( std::uint16_t v )
    {
       if ( v < 1 || v > 300 ) {
          Corvo::RangeException::throwException(
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::millisecondsBeforeTheC"
-               "ongestionEvent < "
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::leastIntervalOfCongest"
-               "ion or > "
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::mostIntervalOfCongesti"
-               "on not allowed" );
+               "FlowTracking::IntervalAroundCongestion::millisecondsBeforeIt < "
+               "FlowTracking::IntervalAroundCongestion::leastIntervalOfCongestion or > "
+               "FlowTracking::IntervalAroundCongestion::mostIntervalOfCongestion not allowed" );
       }
    }
-   static constexpr void checkMillisecondsAfterTheCongestionEvent( std::uint16_t v )
+   static constexpr void checkMillisecondsAfterIt( std::uint16_t v )
    {
       if ( v < 1 || v > 300 ) {
          Corvo::RangeException::throwException(
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::millisecondsAfterTheCo"
-               "ngestionEvent < "
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::leastIntervalOfCongest"
-               "ion or > "
-               "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::mostIntervalOfCongesti"
-               "on not allowed" );
+               "FlowTracking::IntervalAroundCongestion::millisecondsAfterIt < "
+               "FlowTracking::IntervalAroundCongestion::leastIntervalOfCongestion or > "
+               "FlowTracking::IntervalAroundCongestion::mostIntervalOfCongestion not allowed" );
       }
    }
    static constexpr auto vokFields()
    {
       return std::tuple(
-            Vok::Field< CongestionIntervalBeforeAndAfterTheEvent, std::uint16_t >{
-                  "millisecondsBeforeTheCongestionEvent",
-                  &CongestionIntervalBeforeAndAfterTheEvent::millisecondsBeforeTheCongestionEvent_,
-                  &CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsBeforeTheCongestionEvent },
-            Vok::Field< CongestionIntervalBeforeAndAfterTheEvent, std::uint16_t >{
-                  "millisecondsAfterTheCongestionEvent",
-                  &CongestionIntervalBeforeAndAfterTheEvent::millisecondsAfterTheCongestionEvent_,
-                  &CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsAfterTheCongestionEvent } );
+            Vok::Field< IntervalAroundCongestion, std::uint16_t >{ "millisecondsBeforeIt",
+                  &IntervalAroundCongestion::millisecondsBeforeIt_,
+                  &IntervalAroundCongestion::checkMillisecondsBeforeIt },
+            Vok::Field< IntervalAroundCongestion, std::uint16_t >{ "millisecondsAfterIt",
+                  &IntervalAroundCongestion::millisecondsAfterIt_,
+                  &IntervalAroundCongestion::checkMillisecondsAfterIt } );
    }
    void vokDecode( Vok::NboAttrLog::In & log );
 
-   std::uint16_t millisecondsBeforeTheCongestionEvent_ = 30;
-   std::uint16_t millisecondsAfterTheCongestionEvent_ = 30;
+   std::uint16_t millisecondsBeforeIt_ = 30;
+   std::uint16_t millisecondsAfterIt_ = 30;
 };
 
-constexpr bool CongestionIntervalBeforeAndAfterTheEvent::isEq(
-      const CongestionIntervalBeforeAndAfterTheEvent & other ) const
+constexpr bool IntervalAroundCongestion::isEq( const IntervalAroundCongestion & other ) const
 {
    return Vok::equalFields( *this, other );
 }
-constexpr bool operator<( const CongestionIntervalBeforeAndAfterTheEvent & a,
-      const CongestionIntervalBeforeAndAfterTheEvent & b )
+constexpr bool operator<( const IntervalAroundCongestion & a, const IntervalAroundCongestion & b )
 {
    return Vok::lessFields( a, b );
 }
@@ -225,14 +207,14 @@ class VOK_EXPORT ExporterStatus : public Vok::Entity {
    /// without a parent.
    static Corvo::Ptr< ExporterStatus > ExporterStatusIs(
          const Corvo::String & exporterNameInTheConfiguration,
-         const CongestionIntervalBeforeAndAfterTheEvent & interval,
+         const IntervalAroundCongestion & interval,
          CollectorInactiveReasonWithAVeryLongName reason );
 
    /// the identity
    const Corvo::String & exporterNameInTheConfiguration() const noexcept;
 
    /// an argument
-   const CongestionIntervalBeforeAndAfterTheEvent & interval() const noexcept;
+   const IntervalAroundCongestion & interval() const noexcept;
 
    /// another one
    CollectorInactiveReasonWithAVeryLongName reason() const noexcept;
@@ -244,40 +226,38 @@ class VOK_EXPORT ExporterStatus : public Vok::Entity {
 
  protected:
    ExporterStatus( const Corvo::String & exporterNameInTheConfiguration,
-         const CongestionIntervalBeforeAndAfterTheEvent & interval,
+         const IntervalAroundCongestion & interval,
          CollectorInactiveReasonWithAVeryLongName reason );
    ~ExporterStatus() override;
 
  private:
    friend struct Vok::Detail::EntityAccess;
    void vokReinstantiate( const Corvo::String & exporterNameInTheConfiguration,
-         const CongestionIntervalBeforeAndAfterTheEvent & interval,
+         const IntervalAroundCongestion & interval,
          CollectorInactiveReasonWithAVeryLongName reason );
 
-   CongestionIntervalBeforeAndAfterTheEvent interval_;
+   IntervalAroundCongestion interval_;
    CollectorInactiveReasonWithAVeryLongName reason_;
 };
 
 /// The same as ExporterStatus::ExporterStatusIs().
 inline Corvo::Ptr< ExporterStatus > exporterStatusFactory(
       const Corvo::String & exporterNameInTheConfiguration,
-      const CongestionIntervalBeforeAndAfterTheEvent & interval,
-      CollectorInactiveReasonWithAVeryLongName reason )
+      const IntervalAroundCongestion & interval, CollectorInactiveReasonWithAVeryLongName reason )
 {
    return ExporterStatus::ExporterStatusIs( exporterNameInTheConfiguration, interval, reason );
 }
 
 /// Collections of long types.
-class VOK_EXPORT HardwareFlowTrackingConfiguration : public Vok::Entity {
+class VOK_EXPORT HardwareConfiguration : public Vok::Entity {
  public:
-   using FlowOut = Vok::FlowOut< HardwareFlowTrackingConfiguration >;
+   using FlowOut = Vok::FlowOut< HardwareConfiguration >;
 
    // Keys and nodes of the collections: for the framework.
-   using HN_CollectorInactiveReasons = Vok::MapNode< CollectorInactiveReasonWithAVeryLongName,
-         CongestionIntervalBeforeAndAfterTheEvent, 0xe3cfce22 >;
+   using HN_CollectorInactiveReasons = Vok::MapNode<
+         CollectorInactiveReasonWithAVeryLongName, IntervalAroundCongestion, 0x5eb7c8d5 >;
    struct ExporterStatusByIntervalKeyFunktor {
-      const CongestionIntervalBeforeAndAfterTheEvent & operator()(
-            const ExporterStatus & v ) const noexcept;
+      const IntervalAroundCongestion & operator()( const ExporterStatus & v ) const noexcept;
    };
    using VokExporterStatusByInterval =
          Vok::ChildNode< ExporterStatus, ExporterStatusByIntervalKeyFunktor, 0 >;
@@ -285,70 +265,67 @@ class VOK_EXPORT HardwareFlowTrackingConfiguration : public Vok::Entity {
    // Ids of the attributes, as changes name them.
    static constexpr Vok::AttrId collectorInactiveReasonsAttrId = 258;
    static constexpr Vok::AttrId exporterStatusByIntervalAttrId = 259;
-   static constexpr Vok::AttrId intervalOfCongestionWithALongNameAttrId = 260;
+   static constexpr Vok::AttrId intervalAroundCongestionByDefaultAttrId = 260;
 
-   /// A new HardwareFlowTrackingConfiguration with this name, without a parent.
-   static Corvo::Ptr< HardwareFlowTrackingConfiguration > HardwareFlowTrackingConfigurationIs(
-         const Corvo::String & name );
+   /// A new HardwareConfiguration with this name, without a parent.
+   static Corvo::Ptr< HardwareConfiguration > HardwareConfigurationIs( const Corvo::String & name );
 
    /// a map
    Vok::HashView< HN_CollectorInactiveReasons > collectorInactiveReasons() const noexcept;
-   const CongestionIntervalBeforeAndAfterTheEvent & collectorInactiveReasons(
+   const IntervalAroundCongestion & collectorInactiveReasons(
          CollectorInactiveReasonWithAVeryLongName key ) const;
    /// The value under a key, or no value.
-   Vok::Optional< CongestionIntervalBeforeAndAfterTheEvent > collectorInactiveReasonsGet(
+   Vok::Optional< IntervalAroundCongestion > collectorInactiveReasonsGet(
          CollectorInactiveReasonWithAVeryLongName key ) const;
-   void collectorInactiveReasonsIs( CollectorInactiveReasonWithAVeryLongName key,
-         const CongestionIntervalBeforeAndAfterTheEvent & value );
-   CongestionIntervalBeforeAndAfterTheEvent collectorInactiveReasonsDel(
+   void collectorInactiveReasonsIs(
+         CollectorInactiveReasonWithAVeryLongName key, const IntervalAroundCongestion & value );
+   IntervalAroundCongestion collectorInactiveReasonsDel(
          CollectorInactiveReasonWithAVeryLongName key );
    void collectorInactiveReasonsDelAll();
 
    /// children. Key: interval() of the child.
    Vok::OrderedView< VokExporterStatusByInterval > exporterStatusByInterval() const noexcept;
    Corvo::Ptr< ExporterStatus > exporterStatusByInterval(
-         const CongestionIntervalBeforeAndAfterTheEvent & key ) const;
+         const IntervalAroundCongestion & key ) const;
    /// Where the child exists, another exporterNameInTheConfiguration throws
    /// Corvo::ReinstantiationException, another reason is set.
    Corvo::Ptr< ExporterStatus > exporterStatusByIntervalIs(
          const Corvo::String & exporterNameInTheConfiguration,
-         const CongestionIntervalBeforeAndAfterTheEvent & interval,
+         const IntervalAroundCongestion & interval,
          CollectorInactiveReasonWithAVeryLongName reason );
-   Corvo::Ptr< ExporterStatus > exporterStatusByIntervalDel(
-         const CongestionIntervalBeforeAndAfterTheEvent & key );
+   Corvo::Ptr< ExporterStatus > exporterStatusByIntervalDel( const IntervalAroundCongestion & key );
    void exporterStatusByIntervalDelAll();
 
    /// a value
-   const CongestionIntervalBeforeAndAfterTheEvent &
-   intervalOfCongestionWithALongName() const noexcept;
-   void intervalOfCongestionWithALongNameIs( const CongestionIntervalBeforeAndAfterTheEvent & v );
+   const IntervalAroundCongestion & intervalAroundCongestionByDefault() const noexcept;
+   void intervalAroundCongestionByDefaultIs( const IntervalAroundCongestion & v );
 
    const Vok::TypeData & typeData() const noexcept override;
    static const Vok::TypeData & vokType() noexcept; ///< For the framework.
    struct VOK_HIDDEN VokTable;
 
  protected:
-   explicit HardwareFlowTrackingConfiguration( const Corvo::String & name );
-   ~HardwareFlowTrackingConfiguration() override;
+   explicit HardwareConfiguration( const Corvo::String & name );
+   ~HardwareConfiguration() override;
 
  private:
    friend struct Vok::Detail::EntityAccess;
    void vokReinstantiate( const Corvo::String & name );
 
    Vok::HashMap2018< HN_CollectorInactiveReasons, CollectorInactiveReasonWithAVeryLongName,
-         CongestionIntervalBeforeAndAfterTheEvent >
+         IntervalAroundCongestion >
          collectorInactiveReasons_;
-   Vok::OrderedMap< VokExporterStatusByInterval, CongestionIntervalBeforeAndAfterTheEvent,
-         Corvo::Ptr< ExporterStatus > >
+   Vok::OrderedMap<
+         VokExporterStatusByInterval, IntervalAroundCongestion, Corvo::Ptr< ExporterStatus > >
          exporterStatusByInterval_;
-   CongestionIntervalBeforeAndAfterTheEvent intervalOfCongestionWithALongName_;
+   IntervalAroundCongestion intervalAroundCongestionByDefault_;
 };
 
-/// The same as HardwareFlowTrackingConfiguration::HardwareFlowTrackingConfigurationIs().
-inline Corvo::Ptr< HardwareFlowTrackingConfiguration > hardwareFlowTrackingConfigurationFactory(
+/// The same as HardwareConfiguration::HardwareConfigurationIs().
+inline Corvo::Ptr< HardwareConfiguration > hardwareConfigurationFactory(
       const Corvo::String & name )
 {
-   return HardwareFlowTrackingConfiguration::HardwareFlowTrackingConfigurationIs( name );
+   return HardwareConfiguration::HardwareConfigurationIs( name );
 }
 
 // ---- Inline members -----------------------------------------------------------------------------
@@ -358,7 +335,7 @@ inline const Corvo::String & ExporterStatus::exporterNameInTheConfiguration() co
    return name();
 }
 
-inline const CongestionIntervalBeforeAndAfterTheEvent & ExporterStatus::interval() const noexcept
+inline const IntervalAroundCongestion & ExporterStatus::interval() const noexcept
 {
    return interval_;
 }
@@ -372,57 +349,56 @@ inline void ExporterStatus::reasonIs( CollectorInactiveReasonWithAVeryLongName v
    Vok::Attribute::plainIs( *this, reasonAttrId, reason_, v );
 }
 
-inline Vok::HashView< HardwareFlowTrackingConfiguration::HN_CollectorInactiveReasons >
-HardwareFlowTrackingConfiguration::collectorInactiveReasons() const noexcept
+inline Vok::HashView< HardwareConfiguration::HN_CollectorInactiveReasons >
+HardwareConfiguration::collectorInactiveReasons() const noexcept
 {
    return Vok::HashView< HN_CollectorInactiveReasons >( collectorInactiveReasons_ );
 }
-inline const CongestionIntervalBeforeAndAfterTheEvent &
-HardwareFlowTrackingConfiguration::collectorInactiveReasons(
+inline const IntervalAroundCongestion & HardwareConfiguration::collectorInactiveReasons(
       CollectorInactiveReasonWithAVeryLongName key ) const
 {
    return Vok::Collection::value( collectorInactiveReasons_, key );
 }
-inline Vok::Optional< CongestionIntervalBeforeAndAfterTheEvent >
-HardwareFlowTrackingConfiguration::collectorInactiveReasonsGet(
+inline Vok::Optional< IntervalAroundCongestion >
+HardwareConfiguration::collectorInactiveReasonsGet(
       CollectorInactiveReasonWithAVeryLongName key ) const
 {
    return Vok::Collection::optional( collectorInactiveReasons_, key );
 }
 
-inline const CongestionIntervalBeforeAndAfterTheEvent &
-HardwareFlowTrackingConfiguration::ExporterStatusByIntervalKeyFunktor::operator()(
+inline const IntervalAroundCongestion &
+HardwareConfiguration::ExporterStatusByIntervalKeyFunktor::operator()(
       const ExporterStatus & v ) const noexcept
 {
    return v.interval();
 }
-inline Vok::OrderedView< HardwareFlowTrackingConfiguration::VokExporterStatusByInterval >
-HardwareFlowTrackingConfiguration::exporterStatusByInterval() const noexcept
+inline Vok::OrderedView< HardwareConfiguration::VokExporterStatusByInterval >
+HardwareConfiguration::exporterStatusByInterval() const noexcept
 {
    return Vok::OrderedView< VokExporterStatusByInterval >( exporterStatusByInterval_ );
 }
-inline Corvo::Ptr< ExporterStatus > HardwareFlowTrackingConfiguration::exporterStatusByInterval(
-      const CongestionIntervalBeforeAndAfterTheEvent & key ) const
+inline Corvo::Ptr< ExporterStatus > HardwareConfiguration::exporterStatusByInterval(
+      const IntervalAroundCongestion & key ) const
 {
    return Vok::Collection::pointer( exporterStatusByInterval_, key );
 }
 
-inline const CongestionIntervalBeforeAndAfterTheEvent &
-HardwareFlowTrackingConfiguration::intervalOfCongestionWithALongName() const noexcept
+inline const IntervalAroundCongestion &
+HardwareConfiguration::intervalAroundCongestionByDefault() const noexcept
 {
-   return intervalOfCongestionWithALongName_;
+   return intervalAroundCongestionByDefault_;
 }
-inline void HardwareFlowTrackingConfiguration::intervalOfCongestionWithALongNameIs(
-      const CongestionIntervalBeforeAndAfterTheEvent & v )
+inline void HardwareConfiguration::intervalAroundCongestionByDefaultIs(
+      const IntervalAroundCongestion & v )
 {
    Vok::Attribute::plainIs(
-         *this, intervalOfCongestionWithALongNameAttrId, intervalOfCongestionWithALongName_, v );
+         *this, intervalAroundCongestionByDefaultAttrId, intervalAroundCongestionByDefault_, v );
 }
 
 } // namespace FlowTracking
 
-template<> struct std::hash< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >
-      : Vok::ValueHash< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent > {
+template<> struct std::hash< FlowTracking::IntervalAroundCongestion >
+      : Vok::ValueHash< FlowTracking::IntervalAroundCongestion > {
 };
 
 namespace Vok::Modules {

@@ -29,11 +29,11 @@ const Vok::EnumTable & FlowTracking::vokEnumTable(
    return collectorInactiveReasonWithAVeryLongNameTable;
 }
 
-struct FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable {
+struct FlowTracking::IntervalAroundCongestion::VokTable {
    static constexpr Vok::AttributeData attributes[] = {
       { {
             .id = 2,
-            .name = "millisecondsBeforeTheCongestionEvent",
+            .name = "millisecondsBeforeIt",
             .documentation = "before",
             .kind = Vok::AttributeKind::plain,
             .settable = true,
@@ -41,16 +41,13 @@ struct FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable {
             .defaultText = "30",
             .lowerText = "1",
             .upperText = "300",
-            .offset =
-                  VOK_OFFSET( FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
-                        millisecondsBeforeTheCongestionEvent_ ),
+            .offset = VOK_OFFSET( IntervalAroundCongestion, millisecondsBeforeIt_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
-            .check =
-                  &Vok::Detail::checked< &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsBeforeTheCongestionEvent >,
+            .check = &Vok::Detail::checked< &IntervalAroundCongestion::checkMillisecondsBeforeIt >,
       } },
       { {
             .id = 3,
-            .name = "millisecondsAfterTheCongestionEvent",
+            .name = "millisecondsAfterIt",
             .documentation = "after",
             .kind = Vok::AttributeKind::plain,
             .settable = true,
@@ -58,12 +55,9 @@ struct FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable {
             .defaultText = "30",
             .lowerText = "1",
             .upperText = "300",
-            .offset =
-                  VOK_OFFSET( FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
-                        millisecondsAfterTheCongestionEvent_ ),
+            .offset = VOK_OFFSET( IntervalAroundCongestion, millisecondsAfterIt_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
-            .check =
-                  &Vok::Detail::checked< &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::checkMillisecondsAfterTheCongestionEvent >,
+            .check = &Vok::Detail::checked< &IntervalAroundCongestion::checkMillisecondsAfterIt >,
       } },
       { {
             .id = 4,
@@ -83,12 +77,12 @@ struct FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable {
       } },
    };
    static constexpr Vok::TypeData type{ {
-         .name = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+         .name = "FlowTracking::IntervalAroundCongestion",
          .documentation = "Long names of fields.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
          .attributes = attributes,
-         .value = &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+         .value = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
    } };
 };
 
@@ -109,10 +103,9 @@ struct FlowTracking::ExporterStatus::VokTable {
             .name = "interval",
             .documentation = "an argument",
             .kind = Vok::AttributeKind::constructorArgument,
-            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
-            .offset = VOK_OFFSET( FlowTracking::ExporterStatus, interval_ ),
-            .value =
-                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+            .typeName = "FlowTracking::IntervalAroundCongestion",
+            .offset = VOK_OFFSET( ExporterStatus, interval_ ),
+            .value = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
       } },
       { {
             .id = 260,
@@ -121,7 +114,7 @@ struct FlowTracking::ExporterStatus::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .settable = true,
             .typeName = "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
-            .offset = VOK_OFFSET( FlowTracking::ExporterStatus, reason_ ),
+            .offset = VOK_OFFSET( ExporterStatus, reason_ ),
             .value =
                   &Vok::Detail::valueOps< FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
       } },
@@ -136,7 +129,7 @@ struct FlowTracking::ExporterStatus::VokTable {
          .identity = Vok::IdentityKind::argument,
          .make =
                &Vok::Detail::makeEntity< FlowTracking::ExporterStatus, Corvo::String,
-                     FlowTracking::CongestionIntervalBeforeAndAfterTheEvent,
+                     FlowTracking::IntervalAroundCongestion,
                      FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
          .live = &live,
    } };
@@ -148,7 +141,7 @@ const Vok::TypeData & FlowTracking::ExporterStatus::typeData() const noexcept
    return VokTable::type;
 }
 
-struct FlowTracking::HardwareFlowTrackingConfiguration::VokTable {
+struct FlowTracking::HardwareConfiguration::VokTable {
    static inline constinit Vok::Detail::LiveCount live{ 0 };
    static constexpr Vok::AttributeData attributes[] = {
       { {
@@ -166,16 +159,14 @@ struct FlowTracking::HardwareFlowTrackingConfiguration::VokTable {
             .documentation = "a map",
             .kind = Vok::AttributeKind::map,
             .settable = true,
-            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .typeName = "FlowTracking::IntervalAroundCongestion",
             .keyTypeName = "FlowTracking::CollectorInactiveReasonWithAVeryLongName",
-            .offset =
-                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
-                        collectorInactiveReasons_ ),
-            .value =
-                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+            .offset = VOK_OFFSET( HardwareConfiguration, collectorInactiveReasons_ ),
+            .value = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
             .key = &Vok::Detail::valueOps< FlowTracking::CollectorInactiveReasonWithAVeryLongName >,
             .collection =
-                  &Vok::Detail::mapOps< decltype( FlowTracking::HardwareFlowTrackingConfiguration::collectorInactiveReasons_ ) >,
+                  &Vok::Detail::mapOps<
+                        decltype( HardwareConfiguration::collectorInactiveReasons_ ) >,
       } },
       { {
             .id = 259,
@@ -185,52 +176,46 @@ struct FlowTracking::HardwareFlowTrackingConfiguration::VokTable {
             .ordered = true,
             .settable = true,
             .typeName = "FlowTracking::ExporterStatus",
-            .keyTypeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .keyTypeName = "FlowTracking::IntervalAroundCongestion",
             .keyField = "interval",
-            .offset =
-                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
-                        exporterStatusByInterval_ ),
-            .key = &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+            .offset = VOK_OFFSET( HardwareConfiguration, exporterStatusByInterval_ ),
+            .key = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
             .collection =
-                  &Vok::Detail::childrenOps< decltype( FlowTracking::HardwareFlowTrackingConfiguration::exporterStatusByInterval_ ) >,
+                  &Vok::Detail::childrenOps<
+                        decltype( HardwareConfiguration::exporterStatusByInterval_ ) >,
       } },
       { {
             .id = 260,
-            .name = "intervalOfCongestionWithALongName",
+            .name = "intervalAroundCongestionByDefault",
             .documentation = "a value",
             .kind = Vok::AttributeKind::plain,
             .settable = true,
-            .typeName = "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent",
+            .typeName = "FlowTracking::IntervalAroundCongestion",
             .defaultText =
-                  "FlowTracking::CongestionIntervalBeforeAndAfterTheEvent[millisecondsBeforeTheCon"
-                  "gestionEvent=30,millisecondsAfterTheCongestionEvent=30]",
-            .offset =
-                  VOK_OFFSET( FlowTracking::HardwareFlowTrackingConfiguration,
-                        intervalOfCongestionWithALongName_ ),
-            .value =
-                  &Vok::Detail::valueOps< FlowTracking::CongestionIntervalBeforeAndAfterTheEvent >,
+                  "FlowTracking::IntervalAroundCongestion[millisecondsBeforeIt=30,millisecondsAfte"
+                  "rIt=30]",
+            .offset = VOK_OFFSET( HardwareConfiguration, intervalAroundCongestionByDefault_ ),
+            .value = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
       } },
    };
    static constexpr Vok::TypeData type{ {
-         .name = "FlowTracking::HardwareFlowTrackingConfiguration",
+         .name = "FlowTracking::HardwareConfiguration",
          .documentation = "Collections of long types.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
          .attributes = attributes,
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
-         .make =
-               &Vok::Detail::makeEntity<
-                     FlowTracking::HardwareFlowTrackingConfiguration, Corvo::String >,
+         .make = &Vok::Detail::makeEntity< FlowTracking::HardwareConfiguration, Corvo::String >,
          .live = &live,
    } };
 };
 
-const Vok::TypeData & FlowTracking::HardwareFlowTrackingConfiguration::vokType() noexcept
+const Vok::TypeData & FlowTracking::HardwareConfiguration::vokType() noexcept
 {
    return VokTable::type;
 }
-const Vok::TypeData & FlowTracking::HardwareFlowTrackingConfiguration::typeData() const noexcept
+const Vok::TypeData & FlowTracking::HardwareConfiguration::typeData() const noexcept
 {
    return VokTable::type;
 }
@@ -238,27 +223,27 @@ const Vok::TypeData & FlowTracking::HardwareFlowTrackingConfiguration::typeData(
 namespace {
 constexpr const Vok::TypeData * types[] = {
    &collectorInactiveReasonWithAVeryLongNameType,
-   &FlowTracking::CongestionIntervalBeforeAndAfterTheEvent::VokTable::type,
+   &FlowTracking::IntervalAroundCongestion::VokTable::type,
    &FlowTracking::ExporterStatus::VokTable::type,
-   &FlowTracking::HardwareFlowTrackingConfiguration::VokTable::type,
+   &FlowTracking::HardwareConfiguration::VokTable::type,
 };
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_9f65f227c3fb9516_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_9f65f227c3fb9516_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_0fa407abd9c4ba50_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_0fa407abd9c4ba50_vokModule( {
       .name = "Sample",
       .documentation = "Names so long that nothing fits on a line.",
-      .fingerprint = 0x9f65f227c3fb9516,
+      .fingerprint = 0x0fa407abd9c4ba50,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_9f65f227c3fb9516_vokModule;
+   return _Sample_0fa407abd9c4ba50_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_9f65f227c3fb9516_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_0fa407abd9c4ba50_vokModule );
 } // namespace

@@ -97,7 +97,7 @@ namespace Sw {
 class VOK_EXPORT Level {
  public:
    constexpr Level() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Level( std::uint8_t value ) noexcept
          : value_( value )
    {

@@ -23,7 +23,7 @@ struct Hw::Status::VokTable {
             .settable = true,
             .typeName = "Sw::Reason",
             .defaultText = "unknown",
-            .offset = VOK_OFFSET( Hw::Status, reason_ ),
+            .offset = VOK_OFFSET( Status, reason_ ),
             .value = &Vok::Detail::valueOps< Sw::Reason >,
       } },
       { {
@@ -34,7 +34,7 @@ struct Hw::Status::VokTable {
             .settable = true,
             .typeName = "Sw::Level",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Hw::Status, level_ ),
+            .offset = VOK_OFFSET( Status, level_ ),
             .value = &Vok::Detail::valueOps< Sw::Level >,
       } },
    };
@@ -87,7 +87,7 @@ struct Sw::Level::VokTable {
             .settable = true,
             .typeName = "u8",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Sw::Level, value_ ),
+            .offset = VOK_OFFSET( Level, value_ ),
             .value = &Vok::Detail::valueOps< std::uint8_t >,
       } },
    };
@@ -163,7 +163,7 @@ struct Hw::Deep::Pair::VokTable {
             .settable = true,
             .typeName = "Hw::Deep::Reason",
             .defaultText = "unknown",
-            .offset = VOK_OFFSET( Hw::Deep::Pair, mine_ ),
+            .offset = VOK_OFFSET( Pair, mine_ ),
             .value = &Vok::Detail::valueOps< Hw::Deep::Reason >,
       } },
       { {
@@ -174,7 +174,7 @@ struct Hw::Deep::Pair::VokTable {
             .settable = true,
             .typeName = "Sw::Reason",
             .defaultText = "unknown",
-            .offset = VOK_OFFSET( Hw::Deep::Pair, other_ ),
+            .offset = VOK_OFFSET( Pair, other_ ),
             .value = &Vok::Detail::valueOps< Sw::Reason >,
       } },
    };

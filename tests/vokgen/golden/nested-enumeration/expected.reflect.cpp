@@ -69,7 +69,7 @@ struct Test::Mode::VokTable {
             .settable = true,
             .typeName = "Test::Mode::Kind",
             .defaultText = "unknown",
-            .offset = VOK_OFFSET( Test::Mode, kind_ ),
+            .offset = VOK_OFFSET( Mode, kind_ ),
             .value = &Vok::Detail::valueOps< Test::Mode::Kind >,
       } },
       { {
@@ -80,7 +80,7 @@ struct Test::Mode::VokTable {
             .settable = true,
             .typeName = "Test::Buffer::Status",
             .defaultText = "disabled",
-            .offset = VOK_OFFSET( Test::Mode, status_ ),
+            .offset = VOK_OFFSET( Mode, status_ ),
             .value = &Vok::Detail::valueOps< Test::Buffer::Status >,
       } },
       { {
@@ -91,7 +91,7 @@ struct Test::Mode::VokTable {
             .settable = true,
             .typeName = "Test::Kind",
             .defaultText = "outer",
-            .offset = VOK_OFFSET( Test::Mode, other_ ),
+            .offset = VOK_OFFSET( Mode, other_ ),
             .value = &Vok::Detail::valueOps< Test::Kind >,
       } },
    };

@@ -21,7 +21,7 @@ class Root;
 class VOK_EXPORT Size {
  public:
    constexpr Size() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Size( std::uint16_t value ) noexcept
          : value_( value )
    {

@@ -13,7 +13,7 @@ struct Test::Size::VokTable {
             .settable = true,
             .typeName = "u16",
             .defaultText = "1024",
-            .offset = VOK_OFFSET( Test::Size, value_ ),
+            .offset = VOK_OFFSET( Size, value_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -46,7 +46,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::optional,
             .settable = true,
             .typeName = "Test::Size",
-            .offset = VOK_OFFSET( Test::Root, maybe_ ),
+            .offset = VOK_OFFSET( Root, maybe_ ),
             .value = &Vok::Detail::valueOps< Vok::Optional< Test::Size > >,
       } },
       { {
@@ -56,7 +56,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::optional,
             .settable = true,
             .typeName = "u32",
-            .offset = VOK_OFFSET( Test::Root, maybeInt_ ),
+            .offset = VOK_OFFSET( Root, maybeInt_ ),
             .value = &Vok::Detail::valueOps< Vok::Optional< std::uint32_t > >,
       } },
       { {
@@ -66,7 +66,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::optional,
             .settable = true,
             .typeName = "bool",
-            .offset = VOK_OFFSET( Test::Root, maybeBit_ ),
+            .offset = VOK_OFFSET( Root, maybeBit_ ),
             .value = &Vok::Detail::valueOps< Vok::Optional< bool > >,
       } },
       { {
@@ -76,7 +76,7 @@ struct Test::Root::VokTable {
             .kind = Vok::AttributeKind::optional,
             .settable = true,
             .typeName = "Test::Size",
-            .offset = VOK_OFFSET( Test::Root, maybeWord_ ),
+            .offset = VOK_OFFSET( Root, maybeWord_ ),
             .value = &Vok::Detail::valueOps< Vok::Optional< Test::Size > >,
             .storage = &Vok::Detail::wordStorage< Test::Size, 0 >,
       } },

@@ -54,7 +54,7 @@ inline Colour ColourInstance( std::string_view name )
 class VOK_EXPORT Level {
  public:
    constexpr Level() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Level( std::uint32_t value ) noexcept
          : value_( value )
    {

@@ -37,7 +37,7 @@ struct Test::Level::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "5",
-            .offset = VOK_OFFSET( Test::Level, value_ ),
+            .offset = VOK_OFFSET( Level, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
    };
@@ -71,7 +71,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "bool",
             .defaultText = "false",
-            .offset = VOK_OFFSET( Test::Root, enabled_ ),
+            .offset = VOK_OFFSET( Root, enabled_ ),
             .value = &Vok::Detail::valueOps< bool >,
       } },
       { {
@@ -82,7 +82,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Root, count_ ),
+            .offset = VOK_OFFSET( Root, count_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
       { {
@@ -93,7 +93,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "u64",
             .defaultText = "18446744073709551615",
-            .offset = VOK_OFFSET( Test::Root, big_ ),
+            .offset = VOK_OFFSET( Root, big_ ),
             .value = &Vok::Detail::valueOps< std::uint64_t >,
       } },
       { {
@@ -104,7 +104,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "double",
             .defaultText = "inf",
-            .offset = VOK_OFFSET( Test::Root, ratio_ ),
+            .offset = VOK_OFFSET( Root, ratio_ ),
             .value = &Vok::Detail::valueOps< double >,
       } },
       { {
@@ -115,7 +115,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Corvo::String",
             .defaultText = "\"no title\"",
-            .offset = VOK_OFFSET( Test::Root, title_ ),
+            .offset = VOK_OFFSET( Root, title_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
       } },
       { {
@@ -126,7 +126,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Test::Colour",
             .defaultText = "green",
-            .offset = VOK_OFFSET( Test::Root, colour_ ),
+            .offset = VOK_OFFSET( Root, colour_ ),
             .value = &Vok::Detail::valueOps< Test::Colour >,
       } },
       { {
@@ -137,7 +137,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Test::Level",
             .defaultText = "3",
-            .offset = VOK_OFFSET( Test::Root, level_ ),
+            .offset = VOK_OFFSET( Root, level_ ),
             .value = &Vok::Detail::valueOps< Test::Level >,
       } },
       { {
@@ -148,7 +148,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Vok::Seconds",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Root, start_ ),
+            .offset = VOK_OFFSET( Root, start_ ),
             .value = &Vok::Detail::valueOps< Vok::Seconds >,
       } },
       { {
@@ -159,7 +159,7 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Corvo::Duration",
             .defaultText = "inf",
-            .offset = VOK_OFFSET( Test::Root, end_ ),
+            .offset = VOK_OFFSET( Root, end_ ),
             .value = &Vok::Detail::valueOps< Corvo::Duration >,
       } },
       { {

@@ -13,7 +13,7 @@ struct Test::Id::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Id, value_ ),
+            .offset = VOK_OFFSET( Id, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
    };
@@ -65,7 +65,7 @@ struct Test::Numbered::VokTable {
             .documentation = "Known by number.",
             .kind = Vok::AttributeKind::constructorArgument,
             .typeName = "Test::Id",
-            .offset = VOK_OFFSET( Test::Numbered, id_ ),
+            .offset = VOK_OFFSET( Numbered, id_ ),
             .value = &Vok::Detail::valueOps< Test::Id >,
       } },
    };
@@ -105,9 +105,9 @@ struct Test::Root::VokTable {
             .typeName = "Test::Tree",
             .keyTypeName = "Corvo::String",
             .keyField = "name",
-            .offset = VOK_OFFSET( Test::Root, trees_ ),
+            .offset = VOK_OFFSET( Root, trees_ ),
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::referencesOps< decltype( Test::Root::trees_ ) >,
+            .collection = &Vok::Detail::referencesOps< decltype( Root::trees_ ) >,
       } },
       { {
             .id = 259,
@@ -119,9 +119,9 @@ struct Test::Root::VokTable {
             .typeName = "Test::Numbered",
             .keyTypeName = "Test::Id",
             .keyField = "id",
-            .offset = VOK_OFFSET( Test::Root, numbers_ ),
+            .offset = VOK_OFFSET( Root, numbers_ ),
             .key = &Vok::Detail::valueOps< Test::Id >,
-            .collection = &Vok::Detail::referencesOps< decltype( Test::Root::numbers_ ) >,
+            .collection = &Vok::Detail::referencesOps< decltype( Root::numbers_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {

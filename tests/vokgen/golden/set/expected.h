@@ -21,7 +21,7 @@ class Root;
 class VOK_EXPORT Port {
  public:
    constexpr Port() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Port( std::uint16_t value ) noexcept
          : value_( value )
    {

@@ -13,7 +13,7 @@ struct Test::Port::VokTable {
             .settable = true,
             .typeName = "u16",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Port, value_ ),
+            .offset = VOK_OFFSET( Port, value_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -47,10 +47,10 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "u32",
             .keyTypeName = "u32",
-            .offset = VOK_OFFSET( Test::Root, numbers_ ),
+            .offset = VOK_OFFSET( Root, numbers_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
             .key = &Vok::Detail::valueOps< std::uint32_t >,
-            .collection = &Vok::Detail::setOps< decltype( Test::Root::numbers_ ) >,
+            .collection = &Vok::Detail::setOps< decltype( Root::numbers_ ) >,
       } },
       { {
             .id = 259,
@@ -60,10 +60,10 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Corvo::String",
             .keyTypeName = "Corvo::String",
-            .offset = VOK_OFFSET( Test::Root, words_ ),
+            .offset = VOK_OFFSET( Root, words_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::setOps< decltype( Test::Root::words_ ) >,
+            .collection = &Vok::Detail::setOps< decltype( Root::words_ ) >,
       } },
       { {
             .id = 260,
@@ -74,10 +74,10 @@ struct Test::Root::VokTable {
             .settable = true,
             .typeName = "Test::Port",
             .keyTypeName = "Test::Port",
-            .offset = VOK_OFFSET( Test::Root, ports_ ),
+            .offset = VOK_OFFSET( Root, ports_ ),
             .value = &Vok::Detail::valueOps< Test::Port >,
             .key = &Vok::Detail::valueOps< Test::Port >,
-            .collection = &Vok::Detail::setOps< decltype( Test::Root::ports_ ) >,
+            .collection = &Vok::Detail::setOps< decltype( Root::ports_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {

@@ -12,7 +12,7 @@ struct Test::Label::VokTable {
             .kind = Vok::AttributeKind::plain,
             .typeName = "Corvo::String",
             .defaultText = "\"\"",
-            .offset = VOK_OFFSET( Test::Label, stringValue_ ),
+            .offset = VOK_OFFSET( Label, stringValue_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
       } },
       { {

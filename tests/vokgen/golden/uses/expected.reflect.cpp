@@ -23,7 +23,7 @@ struct Test::Picture::VokTable {
             .settable = true,
             .typeName = "Paint::Colour",
             .defaultText = "black",
-            .offset = VOK_OFFSET( Test::Picture, colour_ ),
+            .offset = VOK_OFFSET( Picture, colour_ ),
             .value = &Vok::Detail::valueOps< Paint::Colour >,
       } },
       { {
@@ -36,9 +36,9 @@ struct Test::Picture::VokTable {
             .defaultText = "3",
             .lowerText = "1",
             .upperText = "9",
-            .offset = VOK_OFFSET( Test::Picture, size_ ),
+            .offset = VOK_OFFSET( Picture, size_ ),
             .value = &Vok::Detail::valueOps< Shape::Size >,
-            .check = &Vok::Detail::checked< &Test::Picture::checkSize >,
+            .check = &Vok::Detail::checked< &Picture::checkSize >,
       } },
       { {
             .id = 260,
@@ -49,9 +49,9 @@ struct Test::Picture::VokTable {
             .typeName = "Shape::Square",
             .keyTypeName = "Corvo::String",
             .keyField = "name",
-            .offset = VOK_OFFSET( Test::Picture, shapes_ ),
+            .offset = VOK_OFFSET( Picture, shapes_ ),
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::childrenOps< decltype( Test::Picture::shapes_ ) >,
+            .collection = &Vok::Detail::childrenOps< decltype( Picture::shapes_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {

@@ -13,7 +13,7 @@ struct Test::Id::VokTable {
             .settable = true,
             .typeName = "u16",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Id, value_ ),
+            .offset = VOK_OFFSET( Id, value_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -37,7 +37,7 @@ struct Test::Field::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Field, id_ ),
+            .offset = VOK_OFFSET( Field, id_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
       { {
@@ -48,7 +48,7 @@ struct Test::Field::VokTable {
             .settable = true,
             .typeName = "u16",
             .defaultText = "4",
-            .offset = VOK_OFFSET( Test::Field, length_ ),
+            .offset = VOK_OFFSET( Field, length_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
       } },
    };
@@ -71,7 +71,7 @@ struct Test::Template::VokTable {
             .kind = Vok::AttributeKind::constructorArgument,
             .typeName = "Test::Id",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Template, id_ ),
+            .offset = VOK_OFFSET( Template, id_ ),
             .value = &Vok::Detail::valueOps< Test::Id >,
       } },
       { {
@@ -83,10 +83,10 @@ struct Test::Template::VokTable {
             .settable = true,
             .typeName = "Test::Field",
             .keyTypeName = "u32",
-            .offset = VOK_OFFSET( Test::Template, field_ ),
+            .offset = VOK_OFFSET( Template, field_ ),
             .value = &Vok::Detail::valueOps< Test::Field >,
             .key = &Vok::Detail::valueOps< std::uint32_t >,
-            .collection = &Vok::Detail::mapOps< decltype( Test::Template::field_ ) >,
+            .collection = &Vok::Detail::mapOps< decltype( Template::field_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -111,10 +111,10 @@ struct Test::Shelf::VokTable {
             .settable = true,
             .typeName = "u32",
             .keyTypeName = "Corvo::String",
-            .offset = VOK_OFFSET( Test::Shelf, box_ ),
+            .offset = VOK_OFFSET( Shelf, box_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
             .key = &Vok::Detail::valueOps< Corvo::String >,
-            .collection = &Vok::Detail::mapOps< decltype( Test::Shelf::box_ ) >,
+            .collection = &Vok::Detail::mapOps< decltype( Shelf::box_ ) >,
       } },
       { {
             .id = 3,
@@ -124,10 +124,10 @@ struct Test::Shelf::VokTable {
             .settable = true,
             .typeName = "u16",
             .keyTypeName = "u16",
-            .offset = VOK_OFFSET( Test::Shelf, tags_ ),
+            .offset = VOK_OFFSET( Shelf, tags_ ),
             .value = &Vok::Detail::valueOps< std::uint16_t >,
             .key = &Vok::Detail::valueOps< std::uint16_t >,
-            .collection = &Vok::Detail::setOps< decltype( Test::Shelf::tags_ ) >,
+            .collection = &Vok::Detail::setOps< decltype( Shelf::tags_ ) >,
       } },
       { {
             .id = 4,
@@ -138,10 +138,10 @@ struct Test::Shelf::VokTable {
             .typeName = "Test::Field",
             .keyTypeName = "u32",
             .keyField = "id",
-            .offset = VOK_OFFSET( Test::Shelf, parts_ ),
+            .offset = VOK_OFFSET( Shelf, parts_ ),
             .value = &Vok::Detail::valueOps< Test::Field >,
             .key = &Vok::Detail::valueOps< std::uint32_t >,
-            .collection = &Vok::Detail::mapOps< decltype( Test::Shelf::parts_ ) >,
+            .collection = &Vok::Detail::mapOps< decltype( Shelf::parts_ ) >,
       } },
    };
    static constexpr Vok::TypeData type{ {

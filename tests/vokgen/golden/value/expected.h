@@ -19,7 +19,7 @@ namespace Test {
 class VOK_EXPORT Id {
  public:
    constexpr Id() noexcept = default;
-   /// From its fields, in declared order.
+   /// From its value.
    constexpr explicit Id( std::uint32_t value ) noexcept
          : value_( value )
    {

@@ -13,7 +13,7 @@ struct Test::Id::VokTable {
             .settable = true,
             .typeName = "u32",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Id, value_ ),
+            .offset = VOK_OFFSET( Id, value_ ),
             .value = &Vok::Detail::valueOps< std::uint32_t >,
       } },
    };
@@ -37,7 +37,7 @@ struct Test::Pair::VokTable {
             .settable = true,
             .typeName = "Test::Id",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Pair, id_ ),
+            .offset = VOK_OFFSET( Pair, id_ ),
             .value = &Vok::Detail::valueOps< Test::Id >,
       } },
       { {
@@ -48,7 +48,7 @@ struct Test::Pair::VokTable {
             .settable = true,
             .typeName = "Corvo::String",
             .defaultText = "none",
-            .offset = VOK_OFFSET( Test::Pair, text_ ),
+            .offset = VOK_OFFSET( Pair, text_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
       } },
       { {
@@ -59,7 +59,7 @@ struct Test::Pair::VokTable {
             .settable = true,
             .typeName = "bool",
             .defaultText = "true",
-            .offset = VOK_OFFSET( Test::Pair, on_ ),
+            .offset = VOK_OFFSET( Pair, on_ ),
             .value = &Vok::Detail::valueOps< bool >,
       } },
       { {
@@ -70,7 +70,7 @@ struct Test::Pair::VokTable {
             .settable = true,
             .typeName = "Vok::Seconds",
             .defaultText = "0",
-            .offset = VOK_OFFSET( Test::Pair, at_ ),
+            .offset = VOK_OFFSET( Pair, at_ ),
             .value = &Vok::Detail::valueOps< Vok::Seconds >,
       } },
    };
@@ -93,7 +93,7 @@ struct Test::Point::VokTable {
             .kind = Vok::AttributeKind::plain,
             .typeName = "double",
             .defaultText = "0.5",
-            .offset = VOK_OFFSET( Test::Point, x_ ),
+            .offset = VOK_OFFSET( Point, x_ ),
             .value = &Vok::Detail::valueOps< double >,
       } },
       { {
@@ -103,7 +103,7 @@ struct Test::Point::VokTable {
             .kind = Vok::AttributeKind::plain,
             .typeName = "double",
             .defaultText = "-1.5",
-            .offset = VOK_OFFSET( Test::Point, y_ ),
+            .offset = VOK_OFFSET( Point, y_ ),
             .value = &Vok::Detail::valueOps< double >,
       } },
    };
