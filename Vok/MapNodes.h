@@ -19,9 +19,9 @@ template< class T > class Ptr;
 namespace Vok {
 
 // The key stands beside the value.
-template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
+template< class K, class V, std::uint32_t Constant = 0 > struct MapNode {
    using Key = K;
-   static constexpr std::uint32_t hashConstant = constant;
+   static constexpr std::uint32_t hashConstant = Constant;
 
    K key;
    V value;
@@ -30,9 +30,9 @@ template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
 };
 
 // A member of a set is its own key.
-template< class K, std::uint32_t constant = 0 > struct SetNode {
+template< class K, std::uint32_t Constant = 0 > struct SetNode {
    using Key = K;
-   static constexpr std::uint32_t hashConstant = constant;
+   static constexpr std::uint32_t hashConstant = Constant;
 
    K key;
 
@@ -40,64 +40,64 @@ template< class K, std::uint32_t constant = 0 > struct SetNode {
 };
 
 // The key is read out of the value: KeyFunktor()( value ).
-template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNode {
+template< class V, class KeyFunktor, std::uint32_t Constant = 0 > struct KeyedNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const V & > >;
-   static constexpr std::uint32_t hashConstant = constant;
+   static constexpr std::uint32_t hashConstant = Constant;
 
    V value;
 
    static decltype( auto ) keyOf( const V & of ) noexcept { return KeyFunktor()( of ); }
    decltype( auto ) fwkKey() const noexcept { return keyOf( value ); }
 
-   // Puts `_value` in the place of the value and returns the value before. The two have the same
+   // Puts `newValue` in the place of the value and returns the value before. The two have the same
    // key; a process that breaks this is ended by assertion.
-   V valueIs( V _value )
+   V valueIs( V newValue )
    {
-      if ( !( fwkKey() == KeyFunktor()( _value ) ) ) {
+      if ( !( fwkKey() == KeyFunktor()( newValue ) ) ) {
          assertionFailed( "Vok/MapNodes", __LINE__, "V Vok::KeyedNode::valueIs(V)",
                "fwkKey() == KeyFunktor()( _value )" );
       }
-      return std::exchange( value, std::move( _value ) );
+      return std::exchange( value, std::move( newValue ) );
    }
 };
 
 // The member is an entity, held by a counted pointer that is not null; the key is read out of the
 // entity, where it never changes: KeyFunktor()( *child ).
-template< class T, class KeyFunktor, std::uint32_t constant = 0, class Pointer = Corvo::Ptr< T > >
+template< class T, class KeyFunktor, std::uint32_t Constant = 0, class Pointer = Corvo::Ptr< T > >
 struct ChildNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const T & > >;
-   static constexpr std::uint32_t hashConstant = constant;
+   static constexpr std::uint32_t hashConstant = Constant;
 
    Pointer child;
 
    static decltype( auto ) keyOf( const T & of ) noexcept { return KeyFunktor()( of ); }
    decltype( auto ) fwkKey() const noexcept { return keyOf( *child ); }
 
-   // Puts `_child` in the place of the child, under the same key, and returns the one before.
-   Pointer childIs( Pointer _child )
+   // Puts `newChild` in the place of the child, under the same key, and returns the one before.
+   Pointer childIs( Pointer newChild )
    {
-      if ( !( fwkKey() == KeyFunktor()( *_child ) ) ) {
+      if ( !( fwkKey() == KeyFunktor()( *newChild ) ) ) {
          assertionFailed( "Vok/MapNodes", __LINE__, "Pointer Vok::ChildNode::childIs(Pointer)",
                "fwkKey() == KeyFunktor()( _value )" );
       }
-      return std::exchange( child, std::move( _child ) );
+      return std::exchange( child, std::move( newChild ) );
    }
 };
 
 namespace Detail {
 
-template< class K, class V, std::uint32_t constant >
-inline constexpr bool relocatable< MapNode< K, V, constant > > =
+template< class K, class V, std::uint32_t Constant >
+inline constexpr bool relocatable< MapNode< K, V, Constant > > =
       relocatable< K > && relocatable< V >;
 
-template< class K, std::uint32_t constant >
-inline constexpr bool relocatable< SetNode< K, constant > > = relocatable< K >;
+template< class K, std::uint32_t Constant >
+inline constexpr bool relocatable< SetNode< K, Constant > > = relocatable< K >;
 
-template< class V, class KeyFunktor, std::uint32_t constant >
-inline constexpr bool relocatable< KeyedNode< V, KeyFunktor, constant > > = relocatable< V >;
+template< class V, class KeyFunktor, std::uint32_t Constant >
+inline constexpr bool relocatable< KeyedNode< V, KeyFunktor, Constant > > = relocatable< V >;
 
-template< class T, class KeyFunktor, std::uint32_t constant, class Pointer >
-inline constexpr bool relocatable< ChildNode< T, KeyFunktor, constant, Pointer > > =
+template< class T, class KeyFunktor, std::uint32_t Constant, class Pointer >
+inline constexpr bool relocatable< ChildNode< T, KeyFunktor, Constant, Pointer > > =
       relocatable< Pointer >;
 
 // A counted pointer is an address and nothing else.

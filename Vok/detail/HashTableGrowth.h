@@ -107,7 +107,7 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Mover {
 
    HashTable & from_;
    HashTable & to_;
-   const std::size_t homes_;
+   std::size_t homes_; // of `to` at first
    std::size_t lastHome_ = 0; // the last that has been written
    std::size_t behind_ = 0; // the slot behind all that has been written
    std::size_t firstHome_ = 0; // the first that is counted
