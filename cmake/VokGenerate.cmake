@@ -14,8 +14,8 @@ include_guard( GLOBAL )
 #   <Module>.md            its reference page
 #
 # A definition file may `use` the modules of this package, those of the project and those below
-# IMPORT_PATHS, whose headers are included by their path from there. A file is generated again when it,
-# a module that it uses or vokgen itself is newer.
+# IMPORT_PATHS, whose headers are included by their path from there. A file is generated again when
+# it, a module that it uses or vokgen itself is newer.
 function( vok_generate target )
    cmake_parse_arguments( PARSE_ARGV 1 arg "" "" "MODULE_FILES;IMPORT_PATHS" )
    if( arg_UNPARSED_ARGUMENTS OR NOT arg_MODULE_FILES )
