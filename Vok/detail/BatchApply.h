@@ -1,7 +1,9 @@
 // Bringing one checked batch to a replica.
 #pragma once
 
+#include "Vok/HSet.h"
 #include "Vok/detail/BatchReader.h"
+#include "Vok/detail/FunctionRef.h"
 #include "Vok/detail/PendingTell.h"
 #include "Vok/detail/RecordCursor.h"
 #include "Vok/detail/Staged.h"
@@ -61,10 +63,23 @@ class BatchApply {
       bool complete = true; ///< nothing that they refer to is gone
    };
 
+   /// Where the batch refers to an entity: a collection of references of the entity `number`, or
+   /// an argument of it.
+   struct Referrer {
+      std::uint64_t number;
+      const AttributeRow * row;
+   };
+
+   /// Whether the batch is the whole tree of a writer that the reader did not follow so far.
+   bool otherStream() const noexcept { return frame_.whole && !sameStream_; }
+
    void checkRoot( NboAttrLog::In arguments );
    void scan();
    void introduceChildren( const Record & record );
    void introduce( Intro intro );
+   void noteReferences( std::uint64_t referrer, const AttributeRow & row, NboAttrLog::In payload );
+   void noteArguments( const Intro & intro );
+   void noteReference( std::uint64_t number, Referrer referrer );
 
    Intro * introOf( std::uint64_t number );
    Corvo::Ptr< Entity > entityOf( std::uint64_t number );
@@ -77,7 +92,13 @@ class BatchApply {
    Arguments readArguments( const Intro & intro );
    Corvo::Ptr< Entity > known( const Intro & intro );
    Corvo::Ptr< Entity > alike( const Intro & intro, const Arguments & arguments );
-   static bool sameArguments( const Entity & entity, const TypeData & type, const Arguments & arguments );
+   Corvo::Ptr< Entity > referredThere( const Intro & intro, const Arguments & arguments );
+   void eachReference( const Intro & intro,
+         FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f );
+   static Corvo::Ptr< Entity > member( const Entity & owner, const AttributeRow & row,
+         const TypeData & type, const Arguments & arguments );
+   static bool sameArguments(
+         const Entity & entity, const TypeData & type, const Arguments & arguments );
 
    void apply( const Record & record );
    void applyFresh( Entity & entity, const Record & record );
@@ -98,6 +119,8 @@ class BatchApply {
    std::vector< Record > records_;
    std::vector< std::unique_ptr< Intro > > intros_;
    HashMap2018< MapNode< std::uint64_t, Intro * >, std::uint64_t, Intro * > introByNumber_;
+   HashMap2018< MapNode< std::uint64_t, Referrer >, std::uint64_t, Referrer > referrers_;
+   HSet< const Entity * > claimed_; // outside the tree, found again
    std::vector< std::unique_ptr< ReplicaSlot > > newSlots_; // by intro, null for ignored ones
    ReplicaSlots wholeSlots_; // those of a whole tree
    std::vector< ReplicaSlot * > left_; // slots whose entities are outside the tree from now on

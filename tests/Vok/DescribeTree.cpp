@@ -7,11 +7,6 @@ namespace {
 
 using Vok::AttributeKind;
 
-void add( std::string & text, std::string_view more )
-{
-   text.append( more );
-}
-
 class Describer {
  public:
    explicit Describer( const Vok::Entity & root ) : root_( root ) {}
@@ -47,7 +42,8 @@ class Describer {
       case AttributeKind::map:
       case AttributeKind::set:
          for ( const Corvo::String & key : a.keys( e ) ) {
-            line( depth, a.name(), std::string( key.view() ) + ": " + std::string( a.member( e, key.view() ).view() ) );
+            line( depth, a.name(),
+                  std::string( key.view() ) + ": " + std::string( a.member( e, key.view() ).view() ) );
          }
          return;
       case AttributeKind::children:
@@ -78,7 +74,7 @@ class Describer {
       if ( &Vok::rootOf( target ) == &root_ ) {
          line( depth, "path", Vok::pathOf( target ).view() );
       } else if ( depth < 8 ) {
-         add( text_, "outside:\n" );
+         text_.append( 2 * depth, ' ' ).append( "outside:\n" );
          entity( target, depth );
       }
    }

@@ -1,0 +1,287 @@
+// Preparing a batch: the entities that it introduces, found in the replica or made.
+#include "Vok/detail/BatchApply.h"
+
+#include "Vok/Exceptions.h"
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Storage.h"
+#include "Vok/detail/StreamOps.h"
+#include "Vok/detail/StreamType.h"
+
+#include <string>
+
+namespace Vok::Detail {
+
+using NboAttrLog::Exception;
+using NboAttrLog::In;
+
+// ---- What the replica has ---------------------------------------------------------------------
+
+// The entity under a number: as the batch introduces it, or as the replica has it in its place.
+Corvo::Ptr< Entity > BatchApply::entityOf( std::uint64_t number )
+{
+   if ( const Intro * const intro = introOf( number ) ) {
+      return intro->entity;
+   }
+   if ( frame_.whole ) {
+      return nullptr;
+   }
+   const auto * const found = reader_.slots_.find( number );
+   return found && inPlace( *found->value ) ? found->value->link.entity : nullptr;
+}
+
+// What a reference leads to: the entity, wherever it stands; null where it is gone. Throws for a
+// number that the stream never introduced.
+Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const AttributeRow & row )
+{
+   Corvo::Ptr< Entity > target;
+   if ( const Intro * const intro = introOf( number ) ) {
+      target = intro->entity;
+   } else if ( const auto * const found = frame_.whole ? nullptr : reader_.slots_.find( number ) ) {
+      target = found->value->link.entity;
+   } else {
+      throw Exception( "a reference of a batch, " + std::string( row.name ) + ", leads nowhere" );
+   }
+   if ( target && target->typeData().name() != row.typeName ) {
+      throw Exception( "a reference of a batch, " + std::string( row.name ) + ", leads to no " +
+            std::string( row.typeName ) );
+   }
+   return target;
+}
+
+// Whether a slot's entity still stands where the stream put it: the replica's own users may have
+// deleted it, or something above it. What was found once holds until something leaves its parent.
+bool BatchApply::inPlace( ReplicaSlot & slot )
+{
+   std::vector< ReplicaSlot * > line;
+   bool there = true;
+   for ( ReplicaSlot * at = &slot; at->verified != reader_.shapeChanges_; ) {
+      if ( !at->link.entity ) {
+         there = false;
+         break;
+      }
+      line.push_back( at );
+      if ( at->outside || at->link.entity == reader_.root_.get() ) {
+         break;
+      }
+      const auto * const above = reader_.slots_.find( at->parent );
+      if ( !above || at->link.entity->parent() != above->value->link.entity ||
+            !at->link.entity->parent() ) {
+         there = false;
+         break;
+      }
+      at = above->value.get();
+   }
+   if ( there ) {
+      for ( ReplicaSlot * const found : line ) {
+         found->verified = reader_.shapeChanges_;
+      }
+   }
+   return there;
+}
+
+// An entity that the same stream introduced before, and that the replica still has.
+Corvo::Ptr< Entity > BatchApply::known( const Intro & intro )
+{
+   const auto * const found = sameStream_ ? reader_.slots_.find( intro.number ) : nullptr;
+   if ( !found ) {
+      return nullptr;
+   }
+   const ReplicaSlot & slot = *found->value;
+   Entity * const entity = slot.link.entity;
+   if ( slot.birth != intro.birth || !entity || &entity->typeData() != types_[ intro.type ]->own ) {
+      return nullptr;
+   }
+   const bool placed = intro.outside || !entity->parent() ||
+         entity->parent() == entityOf( intro.parent ).get();
+   return placed ? entity : nullptr;
+}
+
+// What a collection of the replica holds under the key that these arguments give.
+Corvo::Ptr< Entity > BatchApply::member( const Entity & owner, const AttributeRow & row,
+      const TypeData & type, const Arguments & arguments )
+{
+   const void * key = nullptr;
+   const auto rows = type.constructorArguments();
+   for ( std::size_t i = 0; i != rows.size(); ++i ) {
+      const bool named = rows[ i ].id() == 154 && row.keyField == "name";
+      if ( named || rows[ i ].name() == row.keyField ) {
+         key = arguments.addresses[ i ];
+      }
+   }
+   return row.collection->entity( storageOf( owner, row ), key );
+}
+
+// What stands in the introduced entity's place already, if it could be it.
+Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & arguments )
+{
+   if ( intro.outside ) {
+      return referredThere( intro, arguments );
+   }
+   const Intro * const parent = introOf( intro.parent );
+   const Corvo::Ptr< Entity > owner = entityOf( intro.parent );
+   const bool constructed = parent && parent->fresh;
+   if ( !constructed && ( !frame_.whole || sameStream_ ) ) {
+      return nullptr; // another number, another birth: the writer made it anew
+   }
+   const TypeData & type = *types_[ intro.type ]->own;
+   const Corvo::Ptr< Entity > there = member( *owner, *intro.row, type, arguments );
+   return there && sameArguments( *there, type, arguments ) ? there : nullptr;
+}
+
+// The entity outside that the replica refers to where another writer's tree refers to the
+// introduced one, if it could be it.
+Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Arguments & arguments )
+{
+   const auto * const found = referrers_.find( intro.number );
+   if ( !found || !otherStream() ) {
+      return nullptr;
+   }
+   const auto & [ number, row ] = found->value;
+   const TypeData & type = *types_[ intro.type ]->own;
+   Corvo::Ptr< Entity > there;
+   if ( row->collection ) {
+      const Corvo::Ptr< Entity > owner = entityOf( number );
+      if ( owner && row->typeName == type.name() ) {
+         there = member( *owner, *row, type, arguments );
+      }
+   } else {
+      const Intro & referrer = *introOf( number );
+      const Corvo::Ptr< Entity > owner = referrer.row ? entityOf( referrer.parent ) : nullptr;
+      const TypeData & referrerType = *types_[ referrer.type ]->own;
+      const Corvo::Ptr< Entity > standing = owner
+            ? member( *owner, *referrer.row, referrerType, readArguments( referrer ) )
+            : nullptr;
+      if ( standing ) {
+         there = const_cast< Entity * >( referred( *standing, *row ) );
+      }
+   }
+   const bool outside = there && !there->parent() && there != reader_.root_;
+   const bool same = outside && &there->typeData() == &type && sameArguments( *there, type, arguments );
+   return same && claimed_.insert( there.get() ) ? there : nullptr;
+}
+
+bool BatchApply::sameArguments(
+      const Entity & entity, const TypeData & type, const Arguments & arguments )
+{
+   const auto rows = type.constructorArguments();
+   for ( std::size_t i = 0; i != rows.size(); ++i ) {
+      const AttributeRow & row = rows[ i ].row();
+      if ( row.settable ) {
+         continue;
+      }
+      const void * const storage = row.identity && !row.fromName
+            ? static_cast< const void * >( &entity.name() )
+            : storageOf( entity, row );
+      const bool same = row.reference ? referred( entity, row ) == arguments.addresses[ i ]
+                                      : row.value->equal( storage, arguments.addresses[ i ] );
+      if ( !same ) {
+         return false;
+      }
+   }
+   return true;
+}
+
+// ---- Resolving --------------------------------------------------------------------------------
+
+void BatchApply::resolveAll()
+{
+   std::vector< Intro * > stack;
+   for ( const auto & intro : intros_ ) {
+      stack.push_back( intro.get() );
+      while ( !stack.empty() ) {
+         Intro & top = *stack.back();
+         if ( top.state == Intro::State::ready ) {
+            stack.pop_back();
+         } else if ( !waitsForOthers( top, stack ) ) {
+            resolve( top );
+            top.state = Intro::State::ready;
+            stack.pop_back();
+         }
+      }
+   }
+}
+
+// Calls f( number, row ) for what each argument of an introduced entity refers to.
+void BatchApply::eachReference( const Intro & intro,
+      FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f )
+{
+   In in = intro.arguments;
+   for ( const ReadArgument & argument : types_[ intro.type ]->arguments ) {
+      if ( argument.reference ) {
+         if ( const std::uint64_t number = in.getVarint() ) {
+            f( number - 1, *argument.own );
+         }
+      } else {
+         OwnedValue value( *argument.own->value );
+         argument.own->value->decode( in, value.data() );
+      }
+   }
+}
+
+// Puts what an entity needs first on the stack: its parent, and what its arguments refer to.
+bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
+{
+   const std::size_t before = stack.size();
+   const bool again = intro.state == Intro::State::waiting;
+   const auto need = [ & ]( std::uint64_t number ) {
+      Intro * const other = introOf( number );
+      if ( other && other->state != Intro::State::ready ) {
+         if ( again || other->state == Intro::State::waiting ) {
+            throw Exception( "entities of a batch need each other to be made" );
+         }
+         stack.push_back( other );
+      }
+   };
+   if ( !intro.outside ) {
+      need( intro.parent );
+   }
+   eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) { need( number ); } );
+   intro.state = Intro::State::waiting;
+   return stack.size() != before;
+}
+
+BatchApply::Arguments BatchApply::readArguments( const Intro & intro )
+{
+   Arguments arguments;
+   const ReadType & type = *types_[ intro.type ];
+   arguments.values.reserve( type.arguments.size() );
+   In in = intro.arguments;
+   for ( const ReadArgument & argument : type.arguments ) {
+      if ( !argument.reference ) {
+         OwnedValue & value = arguments.values.emplace_back( *argument.own->value );
+         argument.own->value->decode( in, value.data() );
+         arguments.addresses.push_back( value.data() );
+         continue;
+      }
+      const std::uint64_t number = in.getVarint();
+      Corvo::Ptr< Entity > target = number == 0 ? nullptr : targetOf( number - 1, *argument.own );
+      arguments.complete = arguments.complete && ( number == 0 || target );
+      arguments.addresses.push_back( target.get() );
+      arguments.targets.push_back( std::move( target ) );
+   }
+   return arguments;
+}
+
+void BatchApply::resolve( Intro & intro )
+{
+   const ReadType & type = *types_[ intro.type ];
+   if ( !type.own || ( !intro.outside && ( !intro.row || !entityOf( intro.parent ) ) ) ) {
+      return; // this side does not know it, or its users deleted what it belongs to
+   }
+   const Arguments arguments = readArguments( intro );
+   if ( !arguments.complete ) {
+      return; // the replica's users deleted what it refers to
+   }
+   intro.entity = known( intro );
+   if ( !intro.entity ) {
+      intro.entity = alike( intro, arguments );
+      const Intro * const parent = introOf( intro.parent );
+      intro.fresh = intro.entity && parent && parent->fresh; // made by its parent's constructor
+   }
+   if ( !intro.entity ) {
+      intro.entity = type.own->row().make->make( arguments.addresses.data() );
+      intro.fresh = true;
+   }
+}
+
+} // namespace Vok::Detail

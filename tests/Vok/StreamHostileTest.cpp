@@ -1,0 +1,220 @@
+// Batches that were cut, damaged or made by hand: applied whole or refused whole.
+#include "tests/Vok/Streams.h"
+#include "tests/support/Recorder.h"
+
+#include "Vok/detail/Hash.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+using TestSupport::Bytes;
+using TestSupport::expectEqual;
+using TestSupport::Heard;
+using TestSupport::Random;
+using TestSupport::RandomTree;
+using TestSupport::Recorder;
+using TestSupport::Replica;
+using TestSupport::Source;
+
+/// Gives a changed batch the length and the checksum that its bytes call for.
+Bytes signedAgain( Bytes batch )
+{
+   const auto put = [ &batch ]( std::size_t at, std::uint64_t v, unsigned size ) {
+      for ( unsigned i = 0; i != size; ++i ) {
+         batch[ at + i ] = static_cast< std::byte >( v >> 8 * ( size - 1 - i ) );
+      }
+   };
+   put( 4, batch.size(), 4 );
+   const std::size_t covered = batch.size() - 8;
+   put( covered, Vok::Detail::checksum64( batch.data(), covered ), 8 );
+   return batch;
+}
+
+/// A whole tree and a delta after it, of random changes.
+struct Recorded {
+   explicit Recorded( std::uint64_t seed )
+   {
+      Random random( seed );
+      Source source;
+      RandomTree tree( *source.root, random );
+      tree.changes( 60 );
+      whole = source.batch();
+      tree.changes( 25 );
+      source.root->countInc( 1 );
+      delta = source.batch();
+   }
+
+   Bytes whole;
+   Bytes delta;
+};
+
+/// A replica in the state before the delta that hears of its root.
+struct Listening : Replica {
+   explicit Listening( const Recorded & recorded )
+   {
+      read( recorded.whole );
+      before = Vok::treeDigest( *root );
+      root->publisher().notifieeIs( &recorder );
+   }
+
+   /// Whether the bytes were applied. Refused ones must have left no trace.
+   bool takes( const Bytes & bytes )
+   {
+      Vok::NboAttrLog::In in( bytes );
+      try {
+         reader.read( in );
+         return true;
+      } catch ( const Vok::NboAttrLog::Exception & ) {
+         EXPECT_EQ( Vok::treeDigest( *root ), before );
+         EXPECT_EQ( recorder.take(), Heard{} );
+         EXPECT_EQ( in.remaining(), bytes.size() );
+         return false;
+      }
+   }
+
+   Vok::Digest before;
+   Recorder recorder;
+};
+
+class StreamHostileTest : public testing::TestWithParam< std::uint64_t > {
+};
+
+TEST_P( StreamHostileTest, everyPrefixIsRefused )
+{
+   const Recorded recorded( GetParam() );
+   Listening replica( recorded );
+   for ( const Bytes * batch : { &recorded.whole, &recorded.delta } ) {
+      for ( std::size_t size = 0; size != batch->size(); ++size ) {
+         const auto end = batch->begin() + static_cast< std::ptrdiff_t >( size );
+         ASSERT_FALSE( replica.takes( Bytes( batch->begin(), end ) ) ) << size;
+      }
+   }
+   EXPECT_TRUE( replica.takes( recorded.delta ) );
+}
+
+TEST_P( StreamHostileTest, everyPrefixThatSaysSoIsRefusedOrWhole )
+{
+   const Recorded recorded( GetParam() );
+   auto replica = std::make_unique< Listening >( recorded );
+   for ( std::size_t size = 24; size < recorded.delta.size(); ++size ) {
+      const auto end = recorded.delta.begin() + static_cast< std::ptrdiff_t >( size );
+      if ( replica->takes( signedAgain( Bytes( recorded.delta.begin(), end ) ) ) ) {
+         replica = std::make_unique< Listening >( recorded ); // it ended behind a record
+      }
+   }
+}
+
+TEST_P( StreamHostileTest, everyFlippedBitIsFound )
+{
+   const Recorded recorded( GetParam() );
+   Listening replica( recorded );
+   Bytes batch = recorded.delta;
+   for ( std::size_t i = 0; i != batch.size(); ++i ) {
+      for ( unsigned bit = 0; bit != 8; ++bit ) {
+         batch[ i ] ^= static_cast< std::byte >( 1U << bit );
+         ASSERT_FALSE( replica.takes( batch ) ) << i << " " << bit;
+         batch[ i ] ^= static_cast< std::byte >( 1U << bit );
+      }
+   }
+   EXPECT_TRUE( replica.takes( batch ) );
+}
+
+TEST_P( StreamHostileTest, forgedBytesAreAppliedWholeOrRefusedWhole )
+{
+   const Recorded recorded( GetParam() );
+   Random random( GetParam() );
+   std::size_t taken = 0;
+   std::size_t refused = 0;
+   for ( const Bytes * batch : { &recorded.whole, &recorded.delta } ) {
+      auto replica = std::make_unique< Listening >( recorded );
+      for ( unsigned round = 0; round != 1500; ++round ) {
+         Bytes forged = *batch;
+         for ( unsigned changes = 1 + random.below( 2 ); changes != 0; --changes ) {
+            const std::size_t at =
+                  16 + random.below( static_cast< std::uint32_t >( forged.size() - 24 ) );
+            forged[ at ] = static_cast< std::byte >( random.below( 256 ) );
+         }
+         if ( replica->takes( signedAgain( std::move( forged ) ) ) ) {
+            ++taken;
+            replica->read( recorded.whole ); // what it became can be brought back
+            ASSERT_EQ( Vok::treeDigest( *replica->root ), replica->before );
+            replica = std::make_unique< Listening >( recorded );
+         } else {
+            ++refused;
+         }
+      }
+   }
+   EXPECT_GT( taken, 0U );
+   EXPECT_GT( refused, 0U );
+}
+
+TEST_P( StreamHostileTest, removedAndDoubledBytesAreAppliedWholeOrRefusedWhole )
+{
+   const Recorded recorded( GetParam() );
+   Random random( GetParam() + 7 );
+   auto replica = std::make_unique< Listening >( recorded );
+   for ( unsigned round = 0; round != 1500; ++round ) {
+      Bytes forged = recorded.delta;
+      const auto at = forged.begin() + 16 +
+            random.below( static_cast< std::uint32_t >( forged.size() - 24 ) );
+      if ( random.oneIn( 2 ) ) {
+         forged.erase( at );
+      } else {
+         forged.insert( at, *at );
+      }
+      if ( replica->takes( signedAgain( std::move( forged ) ) ) ) {
+         replica = std::make_unique< Listening >( recorded );
+      }
+   }
+}
+
+INSTANTIATE_TEST_SUITE_P( Seeds, StreamHostileTest, testing::Range< std::uint64_t >( 1, 5 ) );
+
+TEST( StreamRefusalTest, theFrameSaysWhatIsWrong )
+{
+   Source source;
+   const Bytes whole = source.batch();
+   Replica replica;
+   EXPECT_EQ( replica.refusal( Bytes( 3 ) ), "a batch is cut short: 3 bytes" );
+   EXPECT_EQ( replica.refusal( Bytes( 100 ) ), "these bytes are no batch" );
+   Bytes version = whole;
+   version[ 2 ] = std::byte{ 9 };
+   EXPECT_EQ( replica.refusal( signedAgain( version ) ),
+         "a batch of version 9, 1 is what this side reads" );
+   Bytes flags = whole;
+   flags[ 3 ] = std::byte{ 2 };
+   EXPECT_EQ( replica.refusal( signedAgain( flags ) ),
+         "a batch of " + std::to_string( whole.size() ) + " bytes does not fit into the log" );
+   Bytes damaged = whole;
+   damaged.back() ^= std::byte{ 1 };
+   EXPECT_EQ( replica.refusal( damaged ), "the checksum of a batch is wrong" );
+}
+
+TEST( StreamRefusalTest, aBoundOrCodeIsRefusedWithItsMessage )
+{
+   Source source;
+   Replica replica;
+   replica.read( source.batch() );
+   const auto forge = [ & ]( std::uint8_t from, std::uint8_t to ) {
+      Bytes batch = source.batch();
+      const auto at = std::find( batch.rbegin() + 9, batch.rend(), std::byte{ from } );
+      *at = std::byte{ to };
+      return replica.refusal( signedAgain( batch ) );
+   };
+   source.root->tinyIs( 7 );
+   EXPECT_EQ( forge( 7, 99 ), "Test::Root::tiny < 1 or > (Test::Level::top - 2) not allowed" );
+   replica.read( source.whole() );
+   source.root->levelIs( ::Test::Level( 9 ) );
+   EXPECT_EQ( forge( 9, 99 ), "Test::Level::value < Test::Level::low or > Test::Level::top not allowed" );
+   replica.read( source.whole() );
+   source.root->colourIs( ::Test::Colour::blue );
+   EXPECT_NE( forge( 7, 3 ).find( "Test::Colour" ), std::string::npos );
+   replica.read( source.whole() );
+   ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
+}
+
+} // namespace
