@@ -36,7 +36,8 @@ namespace Impl {
 namespace Attribute {
 
 /// Tells the notifiees of an entity that have to be there.
-VOK_EXPORT void publish( Entity & entity, AttrId id, Detail::AnyValue key, Detail::AnyValue oldValue );
+VOK_EXPORT void publish(
+      Entity & entity, AttrId id, Detail::AnyValue key, Detail::AnyValue oldValue );
 
 /// Stores another value and tells of it; both are known to differ.
 template< class V > void replace( Entity & entity, AttrId id, V & stored, const V & value )

@@ -23,8 +23,8 @@ template< class Map, class T > void entered( Entity & owner, AttrId id, Map &, T
 }
 
 /// The child under a key: the one that exists, if its constant arguments are these, or a new one.
-template< class Map, class... Args >
-auto childIs( Entity & owner, AttrId id, Map & map, const typename Map::Key & key, const Args &... args )
+template< class Map, class... Args > auto childIs(
+      Entity & owner, AttrId id, Map & map, const typename Map::Key & key, const Args &... args )
 {
    using Node = typename Map::Node;
    using P = std::remove_cvref_t< decltype( map.find( key )->child ) >;
@@ -85,8 +85,8 @@ template< class Map > void childDelAll( Entity & owner, AttrId id, Map & map )
 }
 
 /// Puts a fresh child in the place of the single child.
-template< class T >
-void singleAdopt( Entity & owner, AttrId id, Corvo::Ptr< T > & stored, const Corvo::Ptr< T > & child )
+template< class T > void singleAdopt(
+      Entity & owner, AttrId id, Corvo::Ptr< T > & stored, const Corvo::Ptr< T > & child )
 {
    const Corvo::Ptr< T > old = std::exchange( stored, child );
    if ( old ) {
@@ -99,8 +99,8 @@ void singleAdopt( Entity & owner, AttrId id, Corvo::Ptr< T > & stored, const Cor
 }
 
 /// The single child: the one that exists, if it has this name, or a new one in its place.
-template< class T, class... Args >
-Corvo::Ptr< T > singleIs( Entity & owner, AttrId id, Corvo::Ptr< T > & stored, const Args &... args )
+template< class T, class... Args > Corvo::Ptr< T > singleIs(
+      Entity & owner, AttrId id, Corvo::Ptr< T > & stored, const Args &... args )
 {
    if ( stored && Detail::EntityAccess::sameIdentity( *stored, args... ) ) {
       const Corvo::Ptr< T > child = stored;

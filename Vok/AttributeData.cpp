@@ -188,7 +188,8 @@ Value AttributeData::memberValue( const Entity & entity, std::string_view keyTex
    const void * const value = row_.collection->find( storageOf( entity, row_ ), key.data() );
    const TypeData * const type = Corvo::ModuleInspectData::findType( row_.typeName );
    if ( !value ) {
-      throw std::out_of_range( std::string( row_.name ) + " has no member " + std::string( keyText ) );
+      throw std::out_of_range(
+            std::string( row_.name ) + " has no member " + std::string( keyText ) );
    }
    if ( !type ) {
       doesNotFit( row_, "holds no values of a value type" );
@@ -249,13 +250,13 @@ Corvo::Ptr< Entity > AttributeData::childIs(
       arguments.keyIs( row_.keyField, key->data() );
    }
    arguments.textsAre( args, const_cast< Entity * >( &rootOf( entity ) ) );
-   const Corvo::Ptr< Entity > existing =
+   Corvo::Ptr< Entity > existing =
          row_.collection->entity( storage, key ? key->data() : nullptr );
    if ( row_.kind == AttributeKind::children && existing ) {
       type.row().make->reinstantiate( *existing, arguments.data() );
       return existing;
    }
-   const Corvo::Ptr< Entity > made = type.row().make->make( arguments.data() );
+   Corvo::Ptr< Entity > made = type.row().make->make( arguments.data() );
    if ( existing && existing->name() == made->name() ) {
       type.row().make->reinstantiate( *existing, arguments.data() );
       return existing;

@@ -40,7 +40,8 @@ void mapIs( Entity & entity, AttrId id, Map & map, const typename Map::Key & key
 }
 
 /// Inserts or replaces a value whose key is one of its fields.
-template< class Map, class V > void keyedIs( Entity & entity, AttrId id, Map & map, const V & value )
+template< class Map, class V >
+void keyedIs( Entity & entity, AttrId id, Map & map, const V & value )
 {
    using Node = typename Map::Node;
    const typename Map::Key key( Node::keyOf( value ) );
@@ -92,8 +93,8 @@ template< class Set > void setDel( Entity & entity, AttrId id, Set & set, typena
 }
 
 /// Stores a counted reference under the key of what it refers to.
-template< class Map, class P >
-void referenceIs( Entity & entity, AttrId id, std::string_view name, Map & map, const P & reference )
+template< class Map, class P > void referenceIs(
+      Entity & entity, AttrId id, std::string_view name, Map & map, const P & reference )
 {
    using Node = typename Map::Node;
    if ( !reference ) {

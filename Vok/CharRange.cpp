@@ -176,7 +176,8 @@ Corvo::String CharRange::quoted()
       const char c = text_[ at_++ ];
       if ( c == 'x' && rest().size() >= 2 && hexDigit( text_[ at_ ] ) < 16 &&
             hexDigit( text_[ at_ + 1 ] ) < 16 ) {
-         content += static_cast< char >( hexDigit( text_[ at_ ] ) * 16 + hexDigit( text_[ at_ + 1 ] ) );
+         content +=
+               static_cast< char >( hexDigit( text_[ at_ ] ) * 16 + hexDigit( text_[ at_ + 1 ] ) );
          at_ += 2;
       } else if ( c == 'n' || c == 't' ) {
          content += c == 'n' ? '\n' : '\t';

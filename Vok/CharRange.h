@@ -100,7 +100,7 @@ class VOK_EXPORT CharRange {
    /// A text, bare or quoted, in exactly the form that TextOut::putString writes.
    Corvo::String string();
 
-   /// Goes back to a position where reading was before.
+   /// Goes back to a position where reading was before, in the same composite.
    void backTo( std::size_t offset ) noexcept { at_ = offset; }
 
    /// Throws Corvo::ParseException: what was expected here, and what stands here.

@@ -16,8 +16,8 @@ namespace Vok::Collection {
 
 /// How values are given: numbers, truth values, enumerations and optionals by value, texts and
 /// values by reference.
-template< class V >
-using Given = std::conditional_t< std::is_scalar_v< V > || std::same_as< V, OptionalBool >, V, const V & >;
+template< class V > using Given =
+      std::conditional_t< std::is_scalar_v< V > || std::same_as< V, OptionalBool >, V, const V & >;
 
 /// The default of a type, as an object to refer to.
 template< class V > const V & blank()

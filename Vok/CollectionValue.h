@@ -28,7 +28,8 @@ concept ValueCollection = requires( const Map & map )
 };
 
 template< class Map > inline constexpr bool isOrderedMap = false;
-template< class N, class K, class V > inline constexpr bool isOrderedMap< OrderedMap< N, K, V > > = true;
+template< class N, class K, class V > inline constexpr bool isOrderedMap< OrderedMap< N, K, V > > =
+      true;
 
 template< class Map, class F > void eachNode( const Map & map, F && f )
 {

@@ -104,7 +104,8 @@ class Walk {
       for ( const AttributeData & attribute : entity.typeData().attributes() ) {
          const AttributeRow & row = attribute.row();
          const bool argument = row.kind == AttributeKind::constructorArgument;
-         if ( ( !argument && !Detail::isStreamed( row ) ) || ( index == 0 && row.identity && !tree_ ) ) {
+         if ( ( !argument && !Detail::isStreamed( row ) ) ||
+               ( index == 0 && row.identity && !tree_ ) ) {
             continue;
          }
          own.mix( row.id );
@@ -121,8 +122,9 @@ class Walk {
 
    void addValue( Sum & own, const Entity & entity, const AttributeRow & row )
    {
-      const void * value = row.identity && !row.fromName ? static_cast< const void * >( &entity.name() )
-                                                         : Detail::storageOf( entity, row );
+      const void * value = row.identity && !row.fromName
+            ? static_cast< const void * >( &entity.name() )
+            : Detail::storageOf( entity, row );
       Detail::OwnedValue word( *row.value );
       if ( row.storage ) {
          row.storage->load( value, word.data() );

@@ -14,6 +14,7 @@
 #include "Vok/HSet.h"
 #include "Vok/HashMap2018.h"
 #include "Vok/MapNodes.h"
+#include "Vok/ModuleInspectData.h"
 #include "Vok/NboAttrLog.h"
 #include "Vok/Optional.h"
 #include "Vok/OrderedMap.h"
@@ -21,6 +22,7 @@
 #include "Vok/Strep.h"
 #include "Vok/String.h"
 #include "Vok/Time.h"
+#include "Vok/TypeData.h"
 #include "Vok/ValueType.h"
 #include "Vok/View.h"
 
@@ -33,13 +35,7 @@
 #include <tuple>
 #include <utility>
 
-namespace Corvo {
-class ModuleInspectData;
-} // namespace Corvo
-
 namespace Vok {
-
-class TypeData;
 
 /// Counted up whenever generated code has to be generated anew.
 inline constexpr int generatedVersion = 1;

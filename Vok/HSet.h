@@ -10,10 +10,10 @@ namespace Vok {
 // A set of keys. All that HashMap2018.h says of nodes holds for the keys: what a Query is, that
 // arguments may lie inside the set, that it may be changed while it is iterated
 // (`for ( typename HSet< Key >::Cursor c( set ); !c.atEnd(); c.next() ) use( c.node()->key );`),
-// and that a call which throws leaves it as it was. `Constant` is mixed into the seed of its hash.
-template< class Key, std::uint32_t Constant = 0 >
-class HSet : public HashMap2018< SetNode< Key, Constant >, Key, Key > {
-   using Map = HashMap2018< SetNode< Key, Constant >, Key, Key >;
+// and that a call which throws leaves it as it was. `constant` is mixed into the seed of its hash.
+template< class Key, std::uint32_t constant = 0 >
+class HSet : public HashMap2018< SetNode< Key, constant >, Key, Key > {
+   using Map = HashMap2018< SetNode< Key, constant >, Key, Key >;
 
  public:
    using typename Map::Node;

@@ -19,9 +19,9 @@ template< class T > class Ptr;
 namespace Vok {
 
 // The key stands beside the value.
-template< class K, class V, std::uint32_t Constant = 0 > struct MapNode {
+template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
    using Key = K;
-   static constexpr std::uint32_t hashConstant = Constant;
+   static constexpr std::uint32_t hashConstant = constant;
 
    K key;
    V value;
@@ -30,9 +30,9 @@ template< class K, class V, std::uint32_t Constant = 0 > struct MapNode {
 };
 
 // A member of a set is its own key.
-template< class K, std::uint32_t Constant = 0 > struct SetNode {
+template< class K, std::uint32_t constant = 0 > struct SetNode {
    using Key = K;
-   static constexpr std::uint32_t hashConstant = Constant;
+   static constexpr std::uint32_t hashConstant = constant;
 
    K key;
 
@@ -40,9 +40,9 @@ template< class K, std::uint32_t Constant = 0 > struct SetNode {
 };
 
 // The key is read out of the value: KeyFunktor()( value ).
-template< class V, class KeyFunktor, std::uint32_t Constant = 0 > struct KeyedNode {
+template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const V & > >;
-   static constexpr std::uint32_t hashConstant = Constant;
+   static constexpr std::uint32_t hashConstant = constant;
 
    V value;
 
@@ -63,10 +63,10 @@ template< class V, class KeyFunktor, std::uint32_t Constant = 0 > struct KeyedNo
 
 // The member is an entity, held by a counted pointer that is not null; the key is read out of the
 // entity, where it never changes: KeyFunktor()( *child ).
-template< class T, class KeyFunktor, std::uint32_t Constant = 0, class Pointer = Corvo::Ptr< T > >
+template< class T, class KeyFunktor, std::uint32_t constant = 0, class Pointer = Corvo::Ptr< T > >
 struct ChildNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const T & > >;
-   static constexpr std::uint32_t hashConstant = Constant;
+   static constexpr std::uint32_t hashConstant = constant;
 
    Pointer child;
 
@@ -86,18 +86,18 @@ struct ChildNode {
 
 namespace Detail {
 
-template< class K, class V, std::uint32_t Constant >
-inline constexpr bool relocatable< MapNode< K, V, Constant > > =
+template< class K, class V, std::uint32_t constant >
+inline constexpr bool relocatable< MapNode< K, V, constant > > =
       relocatable< K > && relocatable< V >;
 
-template< class K, std::uint32_t Constant >
-inline constexpr bool relocatable< SetNode< K, Constant > > = relocatable< K >;
+template< class K, std::uint32_t constant >
+inline constexpr bool relocatable< SetNode< K, constant > > = relocatable< K >;
 
-template< class V, class KeyFunktor, std::uint32_t Constant >
-inline constexpr bool relocatable< KeyedNode< V, KeyFunktor, Constant > > = relocatable< V >;
+template< class V, class KeyFunktor, std::uint32_t constant >
+inline constexpr bool relocatable< KeyedNode< V, KeyFunktor, constant > > = relocatable< V >;
 
-template< class T, class KeyFunktor, std::uint32_t Constant, class Pointer >
-inline constexpr bool relocatable< ChildNode< T, KeyFunktor, Constant, Pointer > > =
+template< class T, class KeyFunktor, std::uint32_t constant, class Pointer >
+inline constexpr bool relocatable< ChildNode< T, KeyFunktor, constant, Pointer > > =
       relocatable< Pointer >;
 
 // A counted pointer is an address and nothing else.

@@ -31,7 +31,9 @@ class VOK_EXPORT ModuleInspectData {
  public:
    using Use = const ModuleInspectData & (*)() noexcept;
 
-   constexpr explicit ModuleInspectData( const Vok::Detail::ModuleRow & row ) noexcept : row_( row ) {}
+   constexpr explicit ModuleInspectData( const Vok::Detail::ModuleRow & row ) noexcept : row_( row )
+   {
+   }
    ModuleInspectData( const ModuleInspectData & ) = delete;
    ModuleInspectData & operator=( const ModuleInspectData & ) = delete;
 

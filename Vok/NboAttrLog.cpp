@@ -75,7 +75,8 @@ bool In::getBool()
 {
    const auto byte = get< std::uint8_t >();
    if ( byte > 1 ) {
-      throw Exception( "a truth value is 0 or 1 in an attribute log, not " + std::to_string( byte ) );
+      throw Exception(
+            "a truth value is 0 or 1 in an attribute log, not " + std::to_string( byte ) );
    }
    return byte == 1;
 }

@@ -9,7 +9,7 @@
 //    Vok::EntityVokNboAttrLogReader reader( replica ); // of the same type
 //    Vok::NboAttrLog::In in( out.data(), out.size() );
 //    reader.read( in );
-//    reader.read( in );                               // now treeDigest( *replica ) == treeDigest( *root )
+//    reader.read( in );                               // now both have the same treeDigest
 //
 // The format is in docs/log.md.
 #pragma once

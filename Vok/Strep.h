@@ -25,7 +25,7 @@ template< class V > String valueToStrep( const V & v )
 template< class V > V strepToValue( std::string_view text )
 {
    Vok::CharRange range( text );
-   if constexpr ( requires { V( range ); } ) {
+   if constexpr ( Vok::Detail::Generated< V > ) {
       V v( range );
       range.needEnd();
       return v;

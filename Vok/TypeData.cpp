@@ -38,10 +38,7 @@ const char * stringValue( TypeKind kind )
    return "";
 }
 
-const Corvo::ModuleInspectData & TypeData::module() const
-{
-   return row_.module();
-}
+const Corvo::ModuleInspectData & TypeData::module() const { return row_.module(); }
 
 std::span< const AttributeData > TypeData::attributes() const noexcept
 {
@@ -85,12 +82,17 @@ std::string_view TypeData::enumeratorDocumentation( std::uint32_t code ) const n
 
 // ---- Values -----------------------------------------------------------------------------------
 
-Value TypeData::make( TextList args ) const
+const Detail::ValueOps & TypeData::values() const
 {
    if ( !row_.value ) {
       throw std::invalid_argument( std::string( name() ) + " has no values" );
    }
-   Detail::OwnedValue value( *row_.value );
+   return *row_.value;
+}
+
+Value TypeData::make( TextList args ) const
+{
+   Detail::OwnedValue value( values() );
    if ( args.size() != 0 ) {
       Detail::valueFromFields( *this, args, value );
    }
@@ -105,21 +107,16 @@ std::size_t TypeData::hash( const void * value ) const
    return row_.value->hash( value );
 }
 
-bool TypeData::isEq( const void * a, const void * b ) const
-{
-   return a == b || row_.value->equal( a, b );
-}
+bool TypeData::isEq( const void * a, const void * b ) const { return values().equal( a, b ); }
 
-Corvo::String TypeData::valueToStrep( const void * value ) const
-{
-   return row_.value->text( value );
-}
+Corvo::String TypeData::valueToStrep( const void * value ) const { return values().text( value ); }
 
 void TypeData::strepToValue( CharRange & range, void * value ) const
 {
    if ( !row_.value || !row_.value->read ) {
-      throw Corvo::ParseException( row_.notext.empty() ? "no text constructor for " + std::string( name() )
-                                                       : std::string( row_.notext ) );
+      throw Corvo::ParseException( row_.notext.empty()
+                  ? "no text constructor for " + std::string( name() )
+                  : std::string( row_.notext ) );
    }
    row_.value->read( range, value );
 }
@@ -133,49 +130,55 @@ const AttributeData & TypeData::field( std::string_view name ) const
    return *found;
 }
 
+const Detail::AttributeRow & TypeData::collection( std::string_view name ) const
+{
+   const Detail::AttributeRow & row = field( name ).row();
+   values();
+   Detail::needCollection( row );
+   return row;
+}
+
 Corvo::String TypeData::fieldGet( const void * value, std::string_view name ) const
 {
    const Detail::AttributeRow & row = field( name ).row();
    if ( row.kind == AttributeKind::constant ) {
       return Corvo::String( row.defaultText );
    }
+   values();
    return Detail::valueText( value, row );
 }
 
 void TypeData::fieldSet( void * value, std::string_view name, std::string_view text ) const
 {
    const Detail::AttributeRow & row = field( name ).row();
+   values();
    Detail::needSettable( *this, row );
    Detail::setField( value, row, text );
 }
 
 std::vector< Corvo::String > TypeData::fieldKeys( const void * value, std::string_view name ) const
 {
-   const Detail::AttributeRow & row = field( name ).row();
-   Detail::needCollection( row );
+   const Detail::AttributeRow & row = collection( name );
    return Detail::keyTexts( Detail::storageAt( value, row ), row );
 }
 
 Corvo::String TypeData::fieldMember(
       const void * value, std::string_view name, std::string_view keyText ) const
 {
-   const Detail::AttributeRow & row = field( name ).row();
-   Detail::needCollection( row );
+   const Detail::AttributeRow & row = collection( name );
    return Detail::memberText( Detail::storageAt( value, row ), row, keyText );
 }
 
 void TypeData::fieldMemberIs( void * value, std::string_view name, std::string_view keyText,
       std::string_view valueText ) const
 {
-   const Detail::AttributeRow & row = field( name ).row();
-   Detail::needCollection( row );
+   const Detail::AttributeRow & row = collection( name );
    Detail::memberPut( nullptr, Detail::storageAt( value, row ), row, keyText, valueText );
 }
 
 void TypeData::fieldMemberDel( void * value, std::string_view name, std::string_view keyText ) const
 {
-   const Detail::AttributeRow & row = field( name ).row();
-   Detail::needCollection( row );
+   const Detail::AttributeRow & row = collection( name );
    const Detail::OwnedValue key = Detail::fromText( *row.key, keyText );
    row.collection->del( nullptr, row.id, Detail::storageAt( value, row ), key.data() );
 }

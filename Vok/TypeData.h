@@ -119,7 +119,8 @@ class VOK_EXPORT AttributeData {
    /// Creates or returns the child. `args` are its constructor arguments without the key; a
    /// single child that has a name takes it there. A reference among them is a path from the root
    /// of `entity`.
-   Corvo::Ptr< Entity > childIs( Entity & entity, std::string_view keyText, TextList args = {} ) const;
+   Corvo::Ptr< Entity > childIs(
+         Entity & entity, std::string_view keyText, TextList args = {} ) const;
 
    /// The row itself, for the framework.
    const Detail::AttributeRow & row() const noexcept { return row_; }
@@ -129,6 +130,9 @@ class VOK_EXPORT AttributeData {
 };
 
 /// One type: value type, enumeration, constants type or entity type.
+///
+/// A call that does not fit the kind (a value of an entity type, an entity of a value type) throws
+/// std::invalid_argument, except where another exception is named.
 class VOK_EXPORT TypeData {
  public:
    constexpr TypeData( const Detail::TypeRow & row ) noexcept : row_( row ) {}
@@ -193,7 +197,9 @@ class VOK_EXPORT TypeData {
    const Detail::TypeRow & row() const noexcept { return row_; }
 
  private:
+   const Detail::ValueOps & values() const;
    const AttributeData & field( std::string_view name ) const;
+   const Detail::AttributeRow & collection( std::string_view name ) const;
 
    Detail::TypeRow row_;
 };

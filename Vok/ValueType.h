@@ -86,7 +86,8 @@ template< class V > constexpr std::size_t fieldCount()
 /// Calls f with each field of V, in declared order.
 template< class V, class F > constexpr void eachField( F && f )
 {
-   std::apply( [ & ]( const auto &... field ) { ( f( field ), ... ); }, ValueAccess::fields< V >() );
+   std::apply(
+         [ & ]( const auto &... field ) { ( f( field ), ... ); }, ValueAccess::fields< V >() );
 }
 
 } // namespace Detail
@@ -159,7 +160,10 @@ template<> struct ValueType< Corvo::String > {
    static void print( TextOut & out, const Corvo::String & v ) { out.putString( v.view() ); }
    static void read( CharRange & range, Corvo::String & into ) { into = range.string(); }
    static std::size_t logSize( const Corvo::String & v ) { return 4 + v.size(); }
-   static void encode( NboAttrLog::Out & out, const Corvo::String & v ) { out.putString( v.view() ); }
+   static void encode( NboAttrLog::Out & out, const Corvo::String & v )
+   {
+      out.putString( v.view() );
+   }
    static void decode( NboAttrLog::In & in, Corvo::String & into ) { into = in.getString(); }
 };
 
@@ -182,8 +186,8 @@ template<> struct ValueType< Seconds > : Detail::TimeType< Seconds, &Seconds::va
    static constexpr std::string_view name = "Vok::Seconds";
 };
 
-template<>
-struct ValueType< Corvo::Duration > : Detail::TimeType< Corvo::Duration, &Corvo::Duration::seconds > {
+template<> struct ValueType< Corvo::Duration >
+      : Detail::TimeType< Corvo::Duration, &Corvo::Duration::seconds > {
    static constexpr std::string_view name = "Corvo::Duration";
 };
 
@@ -197,7 +201,10 @@ struct ValueType< E > {
    static void print( TextOut & out, E v ) { out.put( std::string_view( stringValue( v ) ) ); }
    static void read( CharRange & range, E & into ) { sequenceToValue( range, &into ); }
    static std::size_t logSize( E ) { return 4; }
-   static void encode( NboAttrLog::Out & out, E v ) { out.put( static_cast< std::uint32_t >( v ) ); }
+   static void encode( NboAttrLog::Out & out, E v )
+   {
+      out.put( static_cast< std::uint32_t >( v ) );
+   }
    static void decode( NboAttrLog::In & in, E & into )
    {
       into = Detail::enumFromLog< E >( in.get< std::uint32_t >() );
@@ -206,7 +213,8 @@ struct ValueType< E > {
 
 /// No value is the empty text, and a presence byte 0 in a log.
 template< class O >
-   requires std::same_as< O, std::optional< typename O::value_type > > || std::same_as< O, OptionalBool >
+   requires std::same_as< O, std::optional< typename O::value_type > > ||
+         std::same_as< O, OptionalBool >
 struct ValueType< O > {
    using Inner = ValueType< typename O::value_type >;
    static constexpr std::string_view name = Inner::name;

@@ -118,7 +118,8 @@ template< class Node > struct NodeValue;
 template< class K, class V, std::uint32_t constant > struct NodeValue< MapNode< K, V, constant > > {
    using Type = V;
 };
-template< class V, class F, std::uint32_t constant > struct NodeValue< KeyedNode< V, F, constant > > {
+template< class V, class F, std::uint32_t constant >
+struct NodeValue< KeyedNode< V, F, constant > > {
    using Type = V;
 };
 template< class K, std::uint32_t constant > struct NodeValue< SetNode< K, constant > > {
@@ -132,8 +133,8 @@ struct NodeValue< ChildNode< T, F, constant, P > > {
 } // namespace Detail
 
 /// The view of a hashed or an ordered collection of that node.
-template< class Node >
-using HashView = View< HashMap2018< Node, typename Node::Key, typename Detail::NodeValue< Node >::Type > >;
+template< class Node > using HashView =
+      View< HashMap2018< Node, typename Node::Key, typename Detail::NodeValue< Node >::Type > >;
 template< class Node >
 using OrderedView =
       View< OrderedMap< Node, typename Node::Key, typename Detail::NodeValue< Node >::Type > >;

@@ -45,7 +45,8 @@ StreamSocket StreamSocket::listenAt( const std::string & path )
    StreamSocket socket( newSocket() );
    const sockaddr_un address = addressOf( path );
    const auto * const any = reinterpret_cast< const sockaddr * >( &address );
-   if ( ::bind( socket.descriptor_, any, sizeof address ) != 0 || ::listen( socket.descriptor_, 1 ) != 0 ) {
+   if ( ::bind( socket.descriptor_, any, sizeof address ) != 0 ||
+         ::listen( socket.descriptor_, 1 ) != 0 ) {
       fail( path.c_str() );
    }
    return socket;

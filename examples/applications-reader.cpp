@@ -22,7 +22,10 @@ using FlowTracking::ApplicationIdMap;
 /// Prints changes of the table.
 class Printer : public Corvo::Notifiee {
  public:
-   explicit Printer( const ApplicationIdMap & map ) : map_( map ) { map.publisher().notifieeIs( this ); }
+   explicit Printer( const ApplicationIdMap & map ) : map_( map )
+   {
+      map.publisher().notifieeIs( this );
+   }
 
    void onChange( const Corvo::Change & change ) override
    {
@@ -66,8 +69,8 @@ int main( int argc, char ** argv )
       const StreamSocket listener = StreamSocket::listenAt( argv[ 1 ] );
       for ( long left = std::strtol( argv[ 2 ], nullptr, 10 ); left > 0; --left ) {
          follow( listener.accept(), reader );
-         std::cout << "reader " << map->application().size() << " " << Vok::treeDigest( *map ).text()
-                   << "\n";
+         std::cout << "reader " << map->application().size() << " "
+                   << Vok::treeDigest( *map ).text() << "\n";
       }
    } catch ( const std::exception & e ) {
       std::cerr << "applications-reader: " << e.what() << "\n";

@@ -1,7 +1,7 @@
 // Owns a table of applications and streams it to a reader:
 //
 //    ndpiReader -h | applications-writer SOCKET first    loads the table, then changes some of it
-//    ndpiReader -h | applications-writer SOCKET again    a restart: the whole table, with other changes
+//    ndpiReader -h | applications-writer SOCKET again    a restart, with other changes
 #include "NdpiTable.h"
 #include "StreamSocket.h"
 
@@ -68,7 +68,8 @@ void run( const std::string & path, bool again )
       changeSome( *map );
       sender.send();
    }
-   std::cout << "writer " << map->application().size() << " " << Vok::treeDigest( *map ).text() << "\n";
+   std::cout << "writer " << map->application().size() << " " << Vok::treeDigest( *map ).text()
+             << "\n";
 }
 
 } // namespace

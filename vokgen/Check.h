@@ -30,8 +30,10 @@ void evaluate( const Scopes & scopes );
 void checkCollections( const Scopes & scopes );
 /// What values and entities demand of their parts.
 void checkRecords( const Scopes & scopes );
-/// Names that would be generated twice.
+/// Names that would be generated twice in a namespace, or in a type.
 void checkNames( const Scopes & scopes );
+/// Those in types. A part of checkNames().
+void checkTypeNames( const Scopes & scopes );
 /// Ids, hash salts, and the order in which C++ can define the types.
 void number( const Scopes & scopes );
 
@@ -40,6 +42,14 @@ void number( const Scopes & scopes );
 /// Resolves what a function takes and gives, inside `scope`; false where some of it means nothing.
 bool resolveFunction( const Scopes & scopes, const std::string & scope, const Ast::Member & member,
       Model::Function & into );
+
+/// Reports what is wrong with a member of a type of that kind by itself: its options, its name, its
+/// documentation. False where it does not belong there.
+bool checkMember( const Scopes & scopes, Model::TypeDeclarationKind type,
+      const Ast::Member & member );
+/// The part of it that is about the name.
+void checkMemberName( const Scopes & scopes, Model::TypeDeclarationKind type,
+      const Ast::Member & member );
 
 /// Whether a name is one that the language lets people declare; reports it otherwise.
 /// `what` says what it would name: "an attribute".

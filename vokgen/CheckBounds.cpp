@@ -264,13 +264,15 @@ void NumbersChecker::empty( AttributeDraft & draft, const Ast::Option & option )
 {
    Model::Attribute & attribute = *draft.attribute;
    const bool sound = isSound( scopes_, attribute.type );
-   const Model::Type * number = sound ? attribute.type.innermost() : nullptr;
-   if ( sound && ( !number || !number->isNumber() ) ) {
+   const Model::ValueType * value = sound ? attribute.type.value : nullptr;
+   const Model::Attribute * number = value ? value->onlyField() : nullptr;
+   if ( sound && ( !number || !number->type.isNumber() || number->name != "value" ) ) {
       scopes_.error(
             option.range, Message::emptyOfOther, { attribute.name, attribute.type.fullName } );
       number = nullptr;
    }
-   const auto word = number ? evaluator_.evaluate( option.first, *number, draft_ ) : std::nullopt;
+   const auto word =
+         number ? evaluator_.evaluate( option.first, number->type, draft_ ) : std::nullopt;
    if ( word ) {
       attribute.emptyWord = word->value.integer;
    } else {

@@ -15,7 +15,12 @@ bool resolveFunction( const Scopes & scopes, const std::string & scope, const As
    std::set< std::string > names;
    bool good = true;
    for ( const Ast::Parameter & parameter : member.parameters ) {
-      checkName( scopes, parameter.name, "a parameter" );
+      const char first = parameter.name.text.front();
+      if ( first >= 'A' && first <= 'Z' ) {
+         scopes.error( parameter.name.range, Message::memberCapitalised, { parameter.name.text } );
+      } else {
+         checkName( scopes, parameter.name, "a parameter" );
+      }
       if ( !names.insert( parameter.name.text ).second ) {
          scopes.error( parameter.name.range, Message::parameterTwice, { parameter.name.text } );
       }

@@ -69,9 +69,7 @@ class MemberDeclarer {
  private:
    void declareBase();
    void declare( const Ast::Member & member );
-   bool checkMember( const Ast::Member & member );
-   void checkMemberName( const Ast::Member & member );
-   void checkOptions( const Ast::Member & member );
+   bool isMember( const Ast::Member & member );
    bool enterName( const Ast::Member & member );
    std::unique_ptr< Model::Attribute > create( const Ast::Member & member );
    void resolveTypes( const Ast::Member & member, AttributeDraft & added );
@@ -111,7 +109,12 @@ void MemberDeclarer::declareBase()
       return;
    }
    const auto base = scopes_.resolve( type_.fullName, *source_.base, TypeUse::entity );
-   if ( base ) {
+   const bool foreign = base && base->entity->module != type_.module;
+   if ( foreign ) {
+      scopes_.error( source_.base->range, Message::baseOfOtherModule,
+            { base->fullName, base->entity->module->name } );
+   }
+   if ( base && !foreign ) {
       static_cast< Model::EntityType & >( type_ ).base = base->entity;
    } else {
       draft_.flawed = true;
@@ -135,7 +138,7 @@ void MemberDeclarer::lose( const Ast::Member & member )
 
 void MemberDeclarer::declare( const Ast::Member & member )
 {
-   if ( member.broken || !checkMember( member ) ) {
+   if ( member.broken || !isMember( member ) ) {
       lose( member );
       return;
    }
@@ -177,65 +180,10 @@ void MemberDeclarer::declare( const Ast::Member & member )
    draft_.flawed = draft_.flawed || added.flawed;
 }
 
-/// What can be said of a member without knowing any other. False where it does not belong here.
-bool MemberDeclarer::checkMember( const Ast::Member & member )
+bool MemberDeclarer::isMember( const Ast::Member & member )
 {
-   if ( !MemberRules::allowed( type_.kind, member.kind ) ) {
-      scopes_.error( member.kindRange, Message::misplacedMember,
-            { MemberRules::nameOf( type_.kind, member.kind ), MemberRules::nameOf( type_.kind ) } );
-      return false;
-   }
-   checkOptions( member );
-   const bool valueArgument =
-         type_.kind == Model::TypeDeclarationKind::value && member.kind == MemberKind::argument;
-   if ( valueArgument && ( member.isIdentity || member.isReference || member.isBareName ) ) {
-      scopes_.error( member.range, Message::badValueArgument );
-      return false;
-   }
-   if ( member.ordered && member.kind == MemberKind::child ) {
-      scopes_.error( member.kindRange, Message::orderedChild );
-   }
-   if ( member.mutating && type_.kind != Model::TypeDeclarationKind::entity ) {
-      scopes_.error( member.kindRange, Message::mutatingOutsideEntity );
-   }
-   const bool documented = !member.documentation.text.empty() || member.inheritsDocumentation ||
-         member.isBareName;
-   if ( !documented ) {
-      const bool named = !member.name.empty();
-      scopes_.error( named ? member.name.range : member.kindRange, Message::missingDocumentation,
-            { named ? member.name.text : "constructor" } );
-   }
-   checkMemberName( member );
-   return member.name.empty() || enterName( member );
-}
-
-void MemberDeclarer::checkMemberName( const Ast::Member & member )
-{
-   if ( member.name.empty() || member.isBareName || member.kind == MemberKind::instantiate ) {
-      return;
-   }
-   const std::string & name = member.name.text;
-   const bool capital = name.front() >= 'A' && name.front() <= 'Z';
-   if ( capital ) {
-      scopes_.error( member.name.range, Message::memberCapitalised, { name } );
-   } else {
-      checkName( scopes_, member.name, MemberRules::nameOf( type_.kind, member.kind ) );
-   }
-}
-
-void MemberDeclarer::checkOptions( const Ast::Member & member )
-{
-   std::set< Ast::OptionKind > seen;
-   for ( const Ast::Option & option : member.options ) {
-      const std::string name = MemberRules::nameOf( option.kind );
-      if ( !MemberRules::allowed( type_.kind, member.kind, option.kind ) ) {
-         scopes_.error( option.range, Message::misplacedOption,
-               { name, MemberRules::nameOf( type_.kind, member.kind ),
-                     MemberRules::nameOf( type_.kind ) } );
-      } else if ( !seen.insert( option.kind ).second ) {
-         scopes_.error( option.range, Message::optionTwice, { name } );
-      }
-   }
+   return checkMember( scopes_, type_.kind, member ) &&
+         ( member.name.empty() || enterName( member ) );
 }
 
 bool MemberDeclarer::enterName( const Ast::Member & member )
@@ -366,7 +314,7 @@ void MemberDeclarer::addMask( const Ast::Member & flag, AttributeDraft & flagDra
 {
    Ast::Member member;
    member.name = *flag.mask;
-   checkMemberName( member );
+   checkMemberName( scopes_, type_.kind, member );
    if ( !enterName( member ) ) {
       draft_.flawed = true;
       return;

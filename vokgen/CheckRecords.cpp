@@ -9,6 +9,36 @@ namespace {
 
 using Model::AttributeKind;
 
+/// Whether a value has its text as a field or a method.
+bool hasStringValue( const Model::ValueType & value )
+{
+   const std::vector< const Model::Attribute * > fields = value.fields();
+   const bool isField =
+         std::any_of( fields.begin(), fields.end(), []( const Model::Attribute * field ) {
+            return field->name == "stringValue" && field->type.isText();
+         } );
+   return isField ||
+         std::any_of( value.methods.begin(), value.methods.end(), []( const auto & method ) {
+            return method->name == "stringValue" && !method->isStatic &&
+                  method->parameters.empty() && method->result && method->result->isText();
+         } );
+}
+
+/// Whether a value has a constructor that takes a text and nothing else.
+bool isBuiltFromText( const Model::ValueType & value )
+{
+   const bool byArguments = !value.constructorArguments().empty();
+   const auto taken = byArguments ? value.constructorArguments() : value.fields();
+   const bool fromField =
+         !value.constructorsByHand && taken.size() == 1 && taken.front()->type.isText();
+   return fromField ||
+         std::any_of(
+               value.constructors.begin(), value.constructors.end(), []( const auto & constructor ) {
+                  return constructor.parameters.size() == 1 &&
+                        constructor.parameters.front().type.isText();
+               } );
+}
+
 class ValueChecker {
  public:
    ValueChecker( const Scopes & scopes, const TypeDraft & draft )
@@ -24,6 +54,7 @@ class ValueChecker {
    void checkCollection();
    void checkField( const AttributeDraft & draft );
    void checkConstructors();
+   void checkByHand();
    Range nameRange() const { return draft_.source->name.range; }
 
    const Scopes & scopes_;
@@ -48,7 +79,39 @@ void ValueChecker::check()
    }
    if ( !draft_.flawed && !draft_.incomplete ) {
       checkConstructors();
+      checkByHand();
    }
+}
+
+/// A text that is written by hand is taken by a constructor, and given by stringValue().
+/// Constructors are written by hand where fields have to fit together: nothing that is generated
+/// may then make a value, or change it.
+void ValueChecker::checkByHand()
+{
+   const bool textByHand = value_.textByHand && value_.textable;
+   if ( textByHand && !isBuiltFromText( value_ ) ) {
+      scopes_.error( nameRange(), Message::textByHandDemands,
+            { value_.name, "constructor( text : string );" } );
+   }
+   if ( textByHand && !hasStringValue( value_ ) ) {
+      scopes_.error( nameRange(), Message::textByHandDemands,
+            { value_.name, "method stringValue() -> string;" } );
+   }
+   if ( !value_.constructorsByHand ) {
+      return;
+   }
+   if ( value_.fields().size() < 2 ) {
+      scopes_.error( nameRange(), Message::constructorsOfOneField, { value_.name } );
+   }
+   const auto demand = [ this ]( bool met, const char * culprit, const char * word ) {
+      if ( !met ) {
+         scopes_.error(
+               nameRange(), Message::constructorsDemand, { value_.name, culprit, word } );
+      }
+   };
+   demand( value_.fixed, "its mutators", "'fixed'" );
+   demand( value_.textByHand || !value_.textable, "a text", "'by hand text' or 'untextable'" );
+   demand( value_.logByHand, "a log", "'by hand log'" );
 }
 
 void ValueChecker::checkCollection()
@@ -102,9 +165,12 @@ void ValueChecker::checkConstructors()
 {
    const bool byArguments = !value_.constructorArguments().empty();
    const auto fields = byArguments ? value_.constructorArguments() : value_.fields();
-   std::set< std::string > known = { "", signature( fields, []( const Model::Attribute * field ) {
-                                       return field->builtFrom.value_or( field->type );
-                                    } ) };
+   std::set< std::string > known = { "" };
+   if ( !value_.constructorsByHand ) {
+      known.insert( signature( fields, []( const Model::Attribute * field ) {
+         return field->builtFrom.value_or( field->type );
+      } ) );
+   }
    std::size_t next = 0;
    for ( const Ast::Member & member : draft_.source->members ) {
       if ( member.kind != Ast::MemberKind::constructor || member.broken ) {
@@ -178,28 +244,19 @@ void EntityChecker::checkArguments()
    }
 }
 
-/// Whether name() can be made of a value: it has its text as a field or a method.
-bool hasStringValue( const Model::ValueType & value )
-{
-   const Model::Attribute * field = value.find( "stringValue" );
-   if ( field && field->type.isText() ) {
-      return true;
-   }
-   return std::any_of( value.methods.begin(), value.methods.end(), []( const auto & method ) {
-      return method->name == "stringValue" && !method->isStatic && method->parameters.empty() &&
-            method->result && method->result->isText();
-   } );
-}
-
 void EntityChecker::checkIdentity( const Ast::Member & argument, const AttributeDraft & draft )
 {
    const Model::Type & type = draft.attribute->type;
    if ( argument.isReference || draft.attribute->settable ) {
       scopes_.error( argument.range, Message::identityNotConstant, { argument.name.text } );
-   } else if ( isSound( scopes_, type ) && !type.isText() &&
-         !( type.value && hasStringValue( *type.value ) ) ) {
-      scopes_.error( argument.type.range, Message::identityWithoutText,
-            { argument.name.text, type.fullName } );
+   } else if ( isSound( scopes_, type ) && !type.isText() ) {
+      if ( !type.value || !hasStringValue( *type.value ) ) {
+         scopes_.error( argument.type.range, Message::identityWithoutText,
+               { argument.name.text, type.fullName } );
+      } else if ( !isBuiltFromText( *type.value ) ) {
+         scopes_.error( argument.type.range, Message::identityNotFromText,
+               { argument.name.text, type.fullName } );
+      }
    }
 }
 

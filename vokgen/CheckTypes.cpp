@@ -2,7 +2,9 @@
 #include "vokgen/Check.h"
 #include "vokgen/Names.h"
 
+#include <algorithm>
 #include <map>
+#include <set>
 
 namespace VokGen {
 namespace {
@@ -17,6 +19,7 @@ class TypeDeclarer {
 
  private:
    void checkNamespaces();
+   void checkNamespace( const Ast::Name & name );
    void declareExternals();
    void declare( const Ast::Type & source );
    std::unique_ptr< Model::TypeDeclaration > create( const Ast::Type & source );
@@ -47,18 +50,27 @@ void TypeDeclarer::declare()
 
 void TypeDeclarer::checkNamespaces()
 {
+   std::set< std::string > seen;
    for ( const Ast::Name & name : scopes_.module().source->namespaces ) {
-      const std::string outermost = name.text.substr( 0, name.text.find( "::" ) );
-      if ( outermost == "std" || outermost == "Vok" || outermost == "Corvo" ) {
-         scopes_.error( name.range, Message::foreignNamespace, { outermost } );
-         continue;
+      std::size_t start = 0;
+      while ( start < name.text.size() ) {
+         const std::size_t end = std::min( name.text.find( "::", start ), name.text.size() );
+         if ( seen.insert( name.text.substr( 0, end ) ).second ) {
+            checkNamespace( { name.text.substr( start, end - start ), name.range } );
+         }
+         start = end + 2;
       }
-      std::string rest = name.text + "::";
-      for ( std::size_t end = rest.find( "::" ); end != std::string::npos;
-            end = rest.find( "::" ) ) {
-         checkName( scopes_, { rest.substr( 0, end ), name.range }, "a namespace" );
-         rest.erase( 0, end + 2 );
-      }
+   }
+}
+
+/// One of the names that a namespace is made of.
+void TypeDeclarer::checkNamespace( const Ast::Name & name )
+{
+   if ( Names::isFrameworkNamespace( name.text ) ) {
+      scopes_.error( name.range, Message::foreignNamespace, { name.text } );
+   } else if ( checkName( scopes_, name, "a namespace" ) && !isUpper( name.text.front() ) ) {
+      scopes_.error( name.range, Message::namespaceNotCapitalised,
+            { name.text, Names::capitalised( name.text ) } );
    }
 }
 
@@ -267,6 +279,7 @@ void TypeDeclarer::fillValue( const Ast::Type & source, Model::ValueType & type 
    type.textable = seen.count( "untextable" ) == 0;
    type.textByHand = seen.count( "by hand text" ) != 0;
    type.logByHand = seen.count( "by hand log" ) != 0;
+   type.constructorsByHand = seen.count( "by hand constructors" ) != 0;
    if ( !type.textable && type.textByHand ) {
       scopes_.error( seen[ "by hand text" ], Message::textByHandAndNone );
    }
@@ -299,6 +312,10 @@ bool checkName( const Scopes & scopes, const Ast::Name & name, const char * what
    const std::string & text = name.text;
    if ( Names::isCppKeyword( text ) ) {
       scopes.error( name.range, Message::reservedByCpp, { text, what } );
+      return false;
+   }
+   if ( Names::isGeneratedForm( text ) ) {
+      scopes.error( name.range, Message::generatedForm, { text, what } );
       return false;
    }
    if ( text.front() == '_' || text.back() == '_' || text.find( "__" ) != std::string::npos ) {

@@ -131,7 +131,7 @@ void Hasher::record( const Model::RecordType & type )
 void Hasher::value( const Model::ValueType & type )
 {
    for ( const bool modifier : { type.ordered, type.fixed, type.truth, type.hashable, type.textable,
-               type.textByHand, type.logByHand } ) {
+               type.textByHand, type.logByHand, type.constructorsByHand } ) {
       number( modifier ? 1 : 0 );
    }
    number( type.constructors.size() );

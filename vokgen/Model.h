@@ -102,6 +102,7 @@ struct ValueType : RecordType {
    bool textable = true; ///< has a text constructor; never for one that holds a collection
    bool textByHand = false; ///< its text form is written by hand
    bool logByHand = false; ///< its attribute-log form is written by hand
+   bool constructorsByHand = false; ///< none is generated from its fields
    std::vector< ByHandConstructor > constructors;
 
    /// Fields in the order in which the constructor takes them: `( id : T )` first, then the others.

@@ -9,8 +9,8 @@ namespace {
 bool isUpper( char c ) { return c >= 'A' && c <= 'Z'; }
 bool isLower( char c ) { return c >= 'a' && c <= 'z'; }
 
-template< std::size_t Count >
-bool contains( const std::array< std::string_view, Count > & words, std::string_view name )
+template< std::size_t count >
+bool contains( const std::array< std::string_view, count > & words, std::string_view name )
 {
    return std::find( words.begin(), words.end(), name ) != words.end();
 }
@@ -31,10 +31,31 @@ constexpr auto cppKeywords = std::to_array< std::string_view >( { "alignas", "al
 /// Names that the C or C++ library, or a compiler in its GNU mode, defines as macros.
 constexpr auto macros = std::to_array< std::string_view >(
       { "BUFSIZ", "EOF", "FILENAME_MAX", "INFINITY", "NAN", "NULL", "RAND_MAX", "assert", "errno",
-            "linux", "major", "minor", "makedev", "stderr", "stdin", "stdout", "unix" } );
+            "linux", "major", "minor", "makedev", "offsetof", "stderr", "stdin", "stdout", "unix",
+            "va_arg", "va_copy", "va_end", "va_start" } );
 
 constexpr auto entityNames = std::to_array< std::string_view >( { "name", "nameString", "parent",
-      "handleParent", "refCount", "publisher", "typeData", "FlowOut" } );
+      "handleParent", "refCount", "publisher", "typeData" } );
+
+constexpr auto valueNames = std::to_array< std::string_view >( { "isEq", "attrLogSize" } );
+
+constexpr auto handLogNames =
+      std::to_array< std::string_view >( { "logSize", "writeLog", "readLog" } );
+
+constexpr auto freeNames = std::to_array< std::string_view >(
+      { "attrLogSize", "sequenceToValue", "stringValue" } );
+
+constexpr auto frameworkNamespaces = std::to_array< std::string_view >( { "Corvo", "Vok", "std" } );
+
+bool startsWith( std::string_view name, std::string_view start )
+{
+   return name.substr( 0, start.size() ) == start;
+}
+
+bool endsWith( std::string_view name, std::string_view end )
+{
+   return name.size() >= end.size() && name.substr( name.size() - end.size() ) == end;
+}
 
 } // namespace
 
@@ -61,6 +82,7 @@ std::string remover( std::string_view x ) { return std::string( x ) + "Del"; }
 std::string clearer( std::string_view x ) { return std::string( x ) + "DelAll"; }
 std::string incrementer( std::string_view x ) { return std::string( x ) + "Inc"; }
 std::string secondLookup( std::string_view x ) { return std::string( x ) + "Get"; }
+std::string boundsCheck( std::string_view x ) { return "check" + capitalised( x ); }
 std::string attributeId( std::string_view x ) { return std::string( x ) + "AttrId"; }
 std::string dataMember( std::string_view x ) { return std::string( x ) + "_"; }
 std::string hashNode( std::string_view x ) { return "HN_" + capitalised( x ); }
@@ -94,6 +116,18 @@ bool isCppKeyword( std::string_view name )
    return contains( cppKeywords, name ) || contains( macros, name );
 }
 
+bool isGeneratedForm( std::string_view name )
+{
+   return startsWith( name, "vok" ) || startsWith( name, "Vok" ) || startsWith( name, "VOK_" ) ||
+         startsWith( name, "HN_" ) || endsWith( name, "AttrId" ) ||
+         endsWith( name, "KeyFunktor" ) || name == "FlowOut";
+}
+
 std::span< const std::string_view > entityMembers() { return entityNames; }
+std::span< const std::string_view > valueMembers() { return valueNames; }
+std::span< const std::string_view > handLogMembers() { return handLogNames; }
+std::span< const std::string_view > freeFunctions() { return freeNames; }
+
+bool isFrameworkNamespace( std::string_view name ) { return contains( frameworkNamespaces, name ); }
 
 } // namespace VokGen::Names

@@ -19,6 +19,7 @@ std::string remover( std::string_view x ); ///< xDel
 std::string clearer( std::string_view x ); ///< xDelAll
 std::string incrementer( std::string_view x ); ///< xInc
 std::string secondLookup( std::string_view x ); ///< xGet
+std::string boundsCheck( std::string_view x ); ///< checkX
 std::string attributeId( std::string_view x ); ///< xAttrId
 std::string dataMember( std::string_view x ); ///< x_
 std::string hashNode( std::string_view x ); ///< HN_X, of a hashed collection or a set
@@ -38,7 +39,18 @@ std::string hexadecimal( std::uint64_t number );
 
 /// C++ keywords, and names that the C++ library defines as macros: no declared name may be one.
 bool isCppKeyword( std::string_view name );
+/// Whether a name has the form of names that only generated code and the framework give: `vok…`,
+/// `HN_…`, `…AttrId`, `…KeyFunktor`, `FlowOut`. No declared name has one.
+bool isGeneratedForm( std::string_view name );
 /// Members that every entity has besides its attributes: `parent`, `publisher`, ….
 std::span< const std::string_view > entityMembers();
+/// Functions that every value has: `isEq`, ….
+std::span< const std::string_view > valueMembers();
+/// Functions of values whose attribute log is written by hand.
+std::span< const std::string_view > handLogMembers();
+/// Functions that every enumeration or value has in its namespace.
+std::span< const std::string_view > freeFunctions();
+/// Whether generated code names things in this namespace, whatever the module.
+bool isFrameworkNamespace( std::string_view name );
 
 } // namespace VokGen::Names

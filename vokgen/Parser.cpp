@@ -258,10 +258,11 @@ void FileParser::byHandModifiers( Ast::Type & type, Range by )
       cursor_.abandon( "'hand' after 'by'" );
    }
    do {
-      const Ast::Name what = cursor_.expectWord( "'text' or 'log' after 'by hand'" );
-      if ( what.text != "text" && what.text != "log" ) {
+      constexpr std::string_view expected = "'constructors', 'text' or 'log' after 'by hand'";
+      const Ast::Name what = cursor_.expectWord( expected );
+      if ( what.text != "constructors" && what.text != "text" && what.text != "log" ) {
          cursor_.error( what.range, Message::expected,
-               { "'text' or 'log' after 'by hand'", "'" + what.text + "'" } );
+               { std::string( expected ), "'" + what.text + "'" } );
          throw Abandoned();
       }
       type.modifiers.push_back( { "by hand " + what.text, by.upTo( what.range ) } );

@@ -62,8 +62,9 @@ void BatchApply::checkRoot( In in )
       if ( !row.identity && !row.settable &&
             !row.value->equal( value.data(), storageOf( root, row ) ) ) {
          throw Exception( "the replica's root has another " + std::string( row.name ) +
-               " than the writer's: " + std::string( row.value->text( storageOf( root, row ) ).view() ) +
-               " and " + std::string( row.value->text( value.data() ).view() ) );
+               " than the writer's: " +
+               std::string( row.value->text( storageOf( root, row ) ).view() ) + " and " +
+               std::string( row.value->text( value.data() ).view() ) );
       }
    }
 }
@@ -75,8 +76,9 @@ void BatchApply::introduce( Intro intro )
    auto owned = std::make_unique< Intro >( std::move( intro ) );
    Intro * const added = owned.get();
    intros_.push_back( std::move( owned ) );
-   const auto [ node, inserted ] = introByNumber_.findOrInsert(
-         added->number, [ & ] { return MapNode< std::uint64_t, Intro * >{ added->number, added }; } );
+   const auto [ node, inserted ] = introByNumber_.findOrInsert( added->number, [ & ] {
+      return MapNode< std::uint64_t, Intro * >{ added->number, added };
+   } );
    if ( !inserted ) {
       throw Exception( "a batch introduces an entity twice" );
    }

@@ -199,7 +199,8 @@ void BatchApply::stageAttribute( Entity & entity, const ReadRow & row, In payloa
       const bool whole = readMode( payload );
       std::vector< EntityOp > ops = readEntityOps( row, payload );
       if ( whole || !ops.empty() ) {
-         pending_.add( own.collection->stream->stageEntities( storage, ops, whole ), entity, own.id );
+         pending_.add(
+               own.collection->stream->stageEntities( storage, ops, whole ), entity, own.id );
       }
    } else if ( row.isCollection() ) {
       const bool whole = readMode( payload );
@@ -216,7 +217,8 @@ void BatchApply::stageValue( Entity & entity, const AttributeRow & row, OwnedVal
       return;
    }
    if ( row.storage ) {
-      pending_.add( std::make_unique< StagedWord >( row, storage, std::move( next ) ), entity, row.id );
+      pending_.add(
+            std::make_unique< StagedWord >( row, storage, std::move( next ) ), entity, row.id );
    } else {
       pending_.add( std::make_unique< StagedValue >( storage, std::move( next ) ), entity, row.id );
    }

@@ -103,7 +103,8 @@ void checkRecords( const BatchFrame & frame, const ReadTypes & types, const Type
    if ( frame.whole ) {
       if ( types.empty() || types.front()->own != &root ) {
          throw Exception( "the stream is of a tree of type " +
-               ( types.empty() ? std::string( "none" ) : std::string( types.front()->name.view() ) ) +
+               ( types.empty() ? std::string( "none" )
+                               : std::string( types.front()->name.view() ) ) +
                ", the replica's root is a " + std::string( root.name() ) );
       }
       checkArguments( *types.front(), readBlock( in ) );

@@ -16,10 +16,14 @@ inline constexpr std::size_t checksumSize = 8;
 
 // record head: number of the entity * 4 + kind
 enum class RecordKind : std::uint8_t {
-   change = 0, // some attributes of an entity that the reader has
-   whole = 1, // all attributes of an entity that this batch introduces; what is not listed is at its default
-   outside = 2, // the same, of an entity outside the tree, which the record introduces
-   left = 3, // as change, of an entity that left the tree and that references still lead to
+   /// Some attributes of an entity that the reader has.
+   change = 0,
+   /// An entity that the batch introduces: what is not listed is at its default.
+   whole = 1,
+   /// The same, of an entity outside the tree, which the record introduces.
+   outside = 2,
+   /// As change, of an entity that left the tree and that references still lead to.
+   left = 3,
 };
 
 // payload of a collection: length, mode, operations or members

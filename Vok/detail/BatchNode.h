@@ -18,7 +18,10 @@ class BatchWriter::Node final : public FlowOutBase {
    void unlink() noexcept;
 
    bool changed( std::size_t index ) const noexcept { return dirty().attribute( index ); }
-   const DirtyKeys * changedKeys( std::size_t index ) const noexcept { return dirty().keys( index ); }
+   const DirtyKeys * changedKeys( std::size_t index ) const noexcept
+   {
+      return dirty().keys( index );
+   }
    void written() noexcept
    {
       dirty().clear();

@@ -35,7 +35,8 @@ BatchFrame BatchReader::readFrame( In & in )
    frame.stream = header.get< std::uint64_t >();
    if ( flags > Batch::wholeFlag || length < Batch::headerSize + Batch::checksumSize ||
          length - Batch::headerSize > in.remaining() ) {
-      throw Exception( "a batch of " + std::to_string( length ) + " bytes does not fit into the log" );
+      throw Exception(
+            "a batch of " + std::to_string( length ) + " bytes does not fit into the log" );
    }
    const std::size_t covered = length - Batch::checksumSize;
    frame.content = In( in.getBytes( covered - Batch::headerSize ) );

@@ -29,8 +29,8 @@ struct ReplicaSlot {
    std::uint64_t verified = 0; ///< when it was last found in its place
 };
 
-using ReplicaSlots = HashMap2018< MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >, std::uint64_t,
-      std::unique_ptr< ReplicaSlot > >;
+using ReplicaSlots = HashMap2018< MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >,
+      std::uint64_t, std::unique_ptr< ReplicaSlot > >;
 
 /// What stands before the records of a batch.
 struct BatchFrame {

@@ -156,7 +156,8 @@ Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Argum
       }
    }
    const bool outside = there && !there->parent() && there != reader_.root_;
-   const bool same = outside && &there->typeData() == &type && sameArguments( *there, type, arguments );
+   const bool same =
+         outside && &there->typeData() == &type && sameArguments( *there, type, arguments );
    return same && claimed_.insert( there.get() ) ? there : nullptr;
 }
 

@@ -65,8 +65,8 @@ void BatchWriter::Node::onChange( const Corvo::Change & change )
          if ( old && old->parent == this ) {
             owner.drop( *old );
          }
-      } else if ( const DirtyKeys * const keys = dirty().keys( index );
-                  old && old->references != 0 && !( keys && keys->contains( change.keyAddress() ) ) ) {
+      } else if ( const DirtyKeys * const keys = dirty().keys( index ); old &&
+                  old->references != 0 && !( keys && keys->contains( change.keyAddress() ) ) ) {
          --old->references; // a reference that was written
       }
    }

@@ -22,7 +22,8 @@ void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kin
 }
 
 // Behind the value of a fixed size stands the next; any other is preceded by its length.
-void putSized( NboAttrLog::Out & out, NboAttrLog::Out & scratch, const ValueOps & ops, const void * value )
+void putSized(
+      NboAttrLog::Out & out, NboAttrLog::Out & scratch, const ValueOps & ops, const void * value )
 {
    if ( ops.fixedLogSize != 0 ) {
       ops.encode( out, value );
@@ -127,7 +128,8 @@ void BatchWriter::writeNode( Node & node )
          body_.truncate( before );
          continue;
       }
-      if ( written.row->collection && written.row->collection->size( storageOf( entity, *written.row ) ) == 0 ) {
+      if ( written.row->collection &&
+            written.row->collection->size( storageOf( entity, *written.row ) ) == 0 ) {
          body_.truncate( before );
          continue;
       }
@@ -194,13 +196,14 @@ void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
 {
    const AttributeRow & row = *written.row;
    const std::size_t payload = beginPayload( Batch::wholeMode );
-   row.collection->each( storageOf( *node.entity, row ), [ & ]( const void * key, const void * value ) {
-      if ( holdsEntities( row ) ) {
-         body_.put( static_cast< std::uint8_t >( MemberOp::put ) );
-      }
-      writeMember( node, row, key, value );
-      return true;
-   } );
+   row.collection->each(
+         storageOf( *node.entity, row ), [ & ]( const void * key, const void * value ) {
+            if ( holdsEntities( row ) ) {
+               body_.put( static_cast< std::uint8_t >( MemberOp::put ) );
+            }
+            writeMember( node, row, key, value );
+            return true;
+         } );
    endPayload( payload );
 }
 
@@ -367,7 +370,8 @@ void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start )
    out.putBytes( body_.data(), body_.size() );
    const std::size_t length = out.size() - start + Batch::checksumSize;
    if ( length > std::numeric_limits< std::uint32_t >::max() ) {
-      throw NboAttrLog::Exception( "a batch of " + std::to_string( length ) + " bytes is too large" );
+      throw NboAttrLog::Exception(
+            "a batch of " + std::to_string( length ) + " bytes is too large" );
    }
    out.patch32( lengthAt, static_cast< std::uint32_t >( length ) );
    out.put( checksum64( out.data() + start, out.size() - start ) );

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -29,6 +30,28 @@ template< auto check > void checked( const void * value )
 {
    using A = typename CheckArgument< decltype( check ) >::Type;
    check( *static_cast< const A * >( value ) );
+}
+
+/// The operations of a field that is built from a wider number: its text is read as that, and
+/// checked before it is narrowed.
+template< auto check, class V >
+inline constexpr ValueOps narrowedOps = [] {
+   ValueOps ops = valueOps< V >;
+   ops.read = []( CharRange & range, void * into ) {
+      typename CheckArgument< decltype( check ) >::Type wide{};
+      ValueType< decltype( wide ) >::read( range, wide );
+      check( wide );
+      *static_cast< V * >( into ) = static_cast< V >( wide );
+   };
+   return ops;
+}();
+
+/// The check of the fields of a value type V whose constructors are all written by hand: no field
+/// is set alone.
+template< class V > [[noreturn]] void noField( const void * )
+{
+   throw Corvo::ConstructorArgsException(
+         std::string( ValueAccess::name< V >() ) + " is not made from its fields" );
 }
 
 /// An optional stored in one word.
@@ -93,7 +116,8 @@ struct MemberCall< R ( T::* )( Args... ) const > : MemberCall< R ( T::* )( Args.
 };
 
 /// Calls a member function with arguments given as texts; its result as text.
-template< auto member > Corvo::String callMember( Entity & e, std::span< const Corvo::String > args )
+template< auto member >
+Corvo::String callMember( Entity & e, std::span< const Corvo::String > args )
 {
    return MemberCall< decltype( member ) >::call( e, member, args );
 }

@@ -31,7 +31,8 @@ struct CollectionOps {
    void ( *each )( const void * collection, MemberVisit visit );
 
    /// Mutators. Without an owner the collection lies in a value, and nobody is told.
-   void ( *put )( Entity * owner, AttrId id, void * collection, const void * key, const void * value );
+   void ( *put )(
+         Entity * owner, AttrId id, void * collection, const void * key, const void * value );
    void ( *del )( Entity * owner, AttrId id, void * collection, const void * key );
 
    /// The child or referred entity under a key (ignored for a single child), or null.
@@ -44,7 +45,8 @@ struct CollectionOps {
    bool ( *keyText )( const void * collection, const Entity & member, TextOut & out );
 
    /// Inserts a fresh child, or a reference, and tells of it.
-   void ( *insert )( Entity & owner, AttrId id, void * collection, Corvo::Ptr< const Entity > member );
+   void ( *insert )(
+         Entity & owner, AttrId id, void * collection, Corvo::Ptr< const Entity > member );
 
    /// Clears the parent of every child.
    void ( *leaveAll )( void * collection ) noexcept;
@@ -252,32 +254,29 @@ template< class T > struct ChildOps {
    static const TypeData & memberType() noexcept { return T::vokType(); }
 };
 
-template< class Map >
-inline constexpr CollectionOps mapOps = { MapOps< Map >::size, MapOps< Map >::find,
-   MapOps< Map >::each, MapOps< Map >::put, MapOps< Map >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
-   nullptr, &mapStreamOps< Map > };
+template< class Map > inline constexpr CollectionOps mapOps = { MapOps< Map >::size,
+   MapOps< Map >::find, MapOps< Map >::each, MapOps< Map >::put, MapOps< Map >::del, nullptr,
+   nullptr, nullptr, nullptr, nullptr, nullptr, &mapStreamOps< Map > };
 
-template< class Set >
-inline constexpr CollectionOps setOps = { SetOps< Set >::size, SetOps< Set >::find,
-   SetOps< Set >::each, SetOps< Set >::put, SetOps< Set >::del, nullptr, nullptr, nullptr, nullptr, nullptr,
-   nullptr, &setStreamOps< Set > };
+template< class Set > inline constexpr CollectionOps setOps = { SetOps< Set >::size,
+   SetOps< Set >::find, SetOps< Set >::each, SetOps< Set >::put, SetOps< Set >::del, nullptr,
+   nullptr, nullptr, nullptr, nullptr, nullptr, &setStreamOps< Set > };
 
-template< class Map >
-inline constexpr CollectionOps childrenOps = { ChildrenOps< Map >::size, ChildrenOps< Map >::find,
-   ChildrenOps< Map >::each, nullptr, ChildrenOps< Map >::del, ChildrenOps< Map >::entity,
-   ChildrenOps< Map >::pointee, ChildrenOps< Map >::keyText, ChildrenOps< Map >::insert, ChildrenOps< Map >::leaveAll,
-   ChildrenOps< Map >::memberType, &childrenStreamOps< Map > };
+template< class Map > inline constexpr CollectionOps childrenOps = { ChildrenOps< Map >::size,
+   ChildrenOps< Map >::find, ChildrenOps< Map >::each, nullptr, ChildrenOps< Map >::del,
+   ChildrenOps< Map >::entity, ChildrenOps< Map >::pointee, ChildrenOps< Map >::keyText,
+   ChildrenOps< Map >::insert, ChildrenOps< Map >::leaveAll, ChildrenOps< Map >::memberType,
+   &childrenStreamOps< Map > };
 
-template< class Map >
-inline constexpr CollectionOps referencesOps = { ReferencesOps< Map >::size,
+template< class Map > inline constexpr CollectionOps referencesOps = { ReferencesOps< Map >::size,
    ReferencesOps< Map >::find, ReferencesOps< Map >::each, nullptr, ReferencesOps< Map >::del,
-   ReferencesOps< Map >::entity, ReferencesOps< Map >::pointee, ReferencesOps< Map >::keyText, ReferencesOps< Map >::insert,
-   nullptr, ReferencesOps< Map >::memberType, &referencesStreamOps< Map > };
+   ReferencesOps< Map >::entity, ReferencesOps< Map >::pointee, ReferencesOps< Map >::keyText,
+   ReferencesOps< Map >::insert, nullptr, ReferencesOps< Map >::memberType,
+   &referencesStreamOps< Map > };
 
-template< class T >
-inline constexpr CollectionOps childOps = { ChildOps< T >::size, ChildOps< T >::find,
-   ChildOps< T >::each, nullptr, ChildOps< T >::del, ChildOps< T >::entity, ChildOps< T >::pointee, ChildOps< T >::keyText,
-   ChildOps< T >::insert, ChildOps< T >::leaveAll, ChildOps< T >::memberType,
-   &childStreamOps< T > };
+template< class T > inline constexpr CollectionOps childOps = { ChildOps< T >::size,
+   ChildOps< T >::find, ChildOps< T >::each, nullptr, ChildOps< T >::del, ChildOps< T >::entity,
+   ChildOps< T >::pointee, ChildOps< T >::keyText, ChildOps< T >::insert, ChildOps< T >::leaveAll,
+   ChildOps< T >::memberType, &childStreamOps< T > };
 
 } // namespace Vok::Detail

@@ -159,7 +159,8 @@ void readTypes( In & in, ReadTypes & types )
          unknownRows += type->rows.back().own ? 0U : 1U;
          const std::size_t known = own ? own->attributes().size() : 0;
          if ( unknownRows > mostUnknownRows || type->rows.size() > known + mostUnknownRows ) {
-            throw Exception( "a stream describes too many attributes that this side does not know" );
+            throw Exception(
+                  "a stream describes too many attributes that this side does not know" );
          }
       }
       types.push_back( type );

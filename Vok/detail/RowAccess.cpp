@@ -51,7 +51,8 @@ void storeWord( void * at, std::uint8_t width, std::uint64_t word )
 
 bool isConstructorField( const TypeData & type, const AttributeRow & row )
 {
-   const bool explicitArguments = type.attributes().front().kind() == AttributeKind::constructorArgument;
+   const bool explicitArguments =
+         type.attributes().front().kind() == AttributeKind::constructorArgument;
    return explicitArguments ? row.kind == AttributeKind::constructorArgument
                             : row.kind == AttributeKind::plain && row.mask == 0;
 }
@@ -166,18 +167,20 @@ std::vector< Corvo::String > keyTexts( const void * collection, const AttributeR
    return texts;
 }
 
-Corvo::String memberText( const void * collection, const AttributeRow & row, std::string_view keyText )
+Corvo::String memberText(
+      const void * collection, const AttributeRow & row, std::string_view keyText )
 {
    const OwnedValue key = fromText( *row.key, keyText );
    const void * const value = row.collection->find( collection, key.data() );
    if ( !value ) {
-      throw std::out_of_range( std::string( row.name ) + " has no member " + std::string( keyText ) );
+      throw std::out_of_range(
+            std::string( row.name ) + " has no member " + std::string( keyText ) );
    }
    return row.value->text( value );
 }
 
-void memberPut( Entity * owner, void * collection, const AttributeRow & row, std::string_view keyText,
-      std::string_view valueText )
+void memberPut( Entity * owner, void * collection, const AttributeRow & row,
+      std::string_view keyText, std::string_view valueText )
 {
    const OwnedValue key = fromText( *row.key, keyText );
    if ( row.kind == AttributeKind::set ) {

@@ -33,9 +33,10 @@ void checkMemberKey( const AttributeRow & row, const void * key, const void * va
 
 /// The keys in order for an ordered collection, else in the order of their texts.
 std::vector< Corvo::String > keyTexts( const void * collection, const AttributeRow & row );
-Corvo::String memberText( const void * collection, const AttributeRow & row, std::string_view keyText );
-void memberPut( Entity * owner, void * collection, const AttributeRow & row, std::string_view keyText,
-      std::string_view valueText );
+Corvo::String memberText(
+      const void * collection, const AttributeRow & row, std::string_view keyText );
+void memberPut( Entity * owner, void * collection, const AttributeRow & row,
+      std::string_view keyText, std::string_view valueText );
 
 /// The constructor arguments of an entity type, gathered from texts and values.
 class EntityArguments {

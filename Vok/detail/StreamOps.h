@@ -36,7 +36,10 @@ class DirtyKeys {
 
 template< class Key > class DirtyKeysOf final : public DirtyKeys {
  public:
-   bool add( const void * key ) override { return keys_.insert( *static_cast< const Key * >( key ) ); }
+   bool add( const void * key ) override
+   {
+      return keys_.insert( *static_cast< const Key * >( key ) );
+   }
    bool contains( const void * key ) const override
    {
       return keys_.find( *static_cast< const Key * >( key ) ) != nullptr;
@@ -265,9 +268,9 @@ template< class Map > struct MapStreamOps {
    }
 };
 
-template< class Map >
-inline constexpr StreamOps mapStreamOps = { MapStreamOps< Map >::dirtyKeys, MapStreamOps< Map >::check,
-   MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr, nullptr };
+template< class Map > inline constexpr StreamOps mapStreamOps = { MapStreamOps< Map >::dirtyKeys,
+   MapStreamOps< Map >::check, MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr,
+   nullptr };
 
 template< class Set > inline constexpr StreamOps setStreamOps = mapStreamOps< Set >;
 
@@ -288,7 +291,8 @@ template< class Map, bool owned > class StagedEntities final : public Staged {
       std::size_t insertions = 0;
       for ( const EntityOp & op : ops ) {
          P next( const_cast< T * >( static_cast< const T * >( op.member.get() ) ) );
-         Key key = next ? Key( Node::keyOf( *next ) ) : *static_cast< const Key * >( op.key->data() );
+         Key key =
+               next ? Key( Node::keyOf( *next ) ) : *static_cast< const Key * >( op.key->data() );
          if ( !seen.insert( key ) ) {
             memberTwice();
          }
@@ -357,7 +361,8 @@ template< class Map, bool owned > struct EntitiesStreamOps {
    using P = typename NodeValue< Node >::Type;
    using T = typename P::element_type;
 
-   static std::unique_ptr< Staged > stage( void * collection, std::vector< EntityOp > & ops, bool whole )
+   static std::unique_ptr< Staged > stage(
+         void * collection, std::vector< EntityOp > & ops, bool whole )
    {
       auto staged =
             std::make_unique< StagedEntities< Map, owned > >( *static_cast< Map * >( collection ) );
@@ -381,12 +386,12 @@ template< class Map, bool owned > struct EntitiesStreamOps {
 };
 
 template< class Map >
-inline constexpr StreamOps childrenStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr, nullptr,
-   EntitiesStreamOps< Map, true >::stage, EntitiesStreamOps< Map, true >::adopt };
+inline constexpr StreamOps childrenStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr,
+   nullptr, EntitiesStreamOps< Map, true >::stage, EntitiesStreamOps< Map, true >::adopt };
 
 template< class Map >
-inline constexpr StreamOps referencesStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr, nullptr,
-   EntitiesStreamOps< Map, false >::stage, EntitiesStreamOps< Map, false >::adopt };
+inline constexpr StreamOps referencesStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr,
+   nullptr, EntitiesStreamOps< Map, false >::stage, EntitiesStreamOps< Map, false >::adopt };
 
 /// A single child: what comes in the place of what is there.
 template< class T > class StagedChild final : public Staged {
@@ -438,8 +443,7 @@ template< class T > struct ChildStreamOps {
    }
 };
 
-template< class T >
-inline constexpr StreamOps childStreamOps = { nullptr, nullptr, nullptr, nullptr, ChildStreamOps< T >::stage,
-   ChildStreamOps< T >::adopt };
+template< class T > inline constexpr StreamOps childStreamOps = { nullptr, nullptr, nullptr,
+   nullptr, ChildStreamOps< T >::stage, ChildStreamOps< T >::adopt };
 
 } // namespace Vok::Detail

@@ -60,7 +60,8 @@ std::uint64_t layoutOf( std::string_view typeName )
       for ( const AttributeData & field : type->attributes() ) {
          const AttributeRow & row = field.row();
          if ( row.kind != AttributeKind::constant && row.mask == 0 ) {
-            layout = mixed( layout, layoutOf( row.typeName ) + static_cast< unsigned >( row.kind ) );
+            layout =
+                  mixed( layout, layoutOf( row.typeName ) + static_cast< unsigned >( row.kind ) );
             layout = mixed( layout, row.keyTypeName.empty() ? 0 : layoutOf( row.keyTypeName ) );
          }
       }
@@ -92,7 +93,8 @@ WrittenType::WrittenType( const TypeData & described ) : type( &described )
          arguments.push_back( &row );
       }
       if ( isStreamed( row ) ) {
-         const bool hasDefault = row.kind == AttributeKind::plain || row.kind == AttributeKind::optional;
+         const bool hasDefault =
+               row.kind == AttributeKind::plain || row.kind == AttributeKind::optional;
          rows.push_back( { &row, i,
                hasDefault ? std::optional< OwnedValue >( defaultOf( row ) ) : std::nullopt } );
       }

@@ -112,7 +112,8 @@ struct AttributeRow {
    const StorageOps * storage = nullptr; ///< null where storage and value are the same type
    const CollectionOps * collection = nullptr;
    Call call = nullptr;
-   void ( *fromName )( std::string_view name, void * into ) = nullptr; ///< identity from its bare text
+   void ( *fromName )(
+         std::string_view name, void * into ) = nullptr; ///< identity from its bare text
 };
 
 /// How entities of one type are made at run time. Each argument is the address of a value; for a

@@ -30,7 +30,8 @@ struct ValueOps {
    bool ( *less )( const void * a, const void * b ); ///< null where the type has no order
    std::size_t ( *hash )( const void * value ); ///< null where the type has no hash
    void ( *print )( TextOut & out, const void * value );
-   void ( *read )( CharRange & range, void * into ); ///< null where the type has no text constructor
+   void ( *read )(
+         CharRange & range, void * into ); ///< null where the type has no text constructor
    void ( *encode )( NboAttrLog::Out & out, const void * value );
    void ( *decode )( NboAttrLog::In & in, void * into );
    std::uint32_t fixedLogSize; ///< bytes in a log where every value takes as many, else 0

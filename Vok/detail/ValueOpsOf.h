@@ -49,7 +49,10 @@ template< class V > struct ValueOpsOf {
    static void copy( void * raw, const void * from ) { new ( raw ) V( at( from ) ); }
    static void destroy( void * v ) noexcept { at( v ).~V(); }
    static void swap( void * a, void * b ) noexcept { std::swap( at( a ), at( b ) ); }
-   static constexpr bool equal( const void * a, const void * b ) { return Type::equal( at( a ), at( b ) ); }
+   static constexpr bool equal( const void * a, const void * b )
+   {
+      return Type::equal( at( a ), at( b ) );
+   }
    static bool less( const void * a, const void * b ) { return at( a ) < at( b ); }
    static std::size_t hash( const void * v ) { return std::hash< V >()( at( v ) ); }
    static void print( TextOut & out, const void * v ) { Type::print( out, at( v ) ); }

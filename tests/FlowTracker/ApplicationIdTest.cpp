@@ -70,7 +70,9 @@ TEST( ApplicationIdTest, equalValueIsSilentAndAnotherIsHeardOnce )
    other.subCategoryIs( "Safe" );
    map->applicationIs( ApplicationId( 7 ), other );
    EXPECT_EQ( recorder.take(),
-         Heard{ "258[7] was FlowTracking::Application[appId=7,appName=HTTP,category=Web,subCategory=Acceptable]" } );
+         Heard{ "258[7] was "
+                "FlowTracking::Application[appId=7,appName=HTTP,category=Web,subCategory="
+                "Acceptable]" } );
 }
 
 TEST( ApplicationIdTest, theKeyIsNotReadOutOfTheValue )
@@ -126,7 +128,8 @@ TEST( ApplicationIdTest, logIsTheFieldsInNetworkByteOrder )
 {
    Vok::NboAttrLog::Out out;
    out << Application( ApplicationId( 0x01020304 ), "ab", "", "c" );
-   const unsigned char expected[] = { 1, 2, 3, 4, 0, 0, 0, 2, 'a', 'b', 0, 0, 0, 0, 0, 0, 0, 1, 'c' };
+   const unsigned char expected[] = { 1, 2, 3, 4, 0, 0, 0, 2, 'a', 'b', 0, 0, 0, 0, 0, 0, 0, 1,
+      'c' };
    ASSERT_EQ( out.size(), sizeof expected );
    EXPECT_EQ( std::memcmp( out.data(), expected, sizeof expected ), 0 );
    EXPECT_EQ( attrLogSize( web() ), 16U + 4 + 3 + 10 );

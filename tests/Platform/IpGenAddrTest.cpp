@@ -1,13 +1,18 @@
 // Wyre::IpGenAddr: none, an IPv4 address or an IPv6 address.
 #include "Wyre/IpGenAddr.h"
 
+#include "Vok/ModuleInspectData.h"
+#include "Vok/TypeData.h"
 #include "tests/Platform/ValueChecks.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstddef>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -43,6 +48,23 @@ TEST( IpGenAddrTest, IsEitherAddress )
    EXPECT_EQ( ip6.stringValue(), "2001:db8::1" );
    EXPECT_EQ( ip6, IpGenAddr( std::string( "2001:DB8:0::1" ) ) );
    EXPECT_EQ( IpGenAddr( "::ffff:10.0.0.1" ).family(), AddressFamily::ipv6 );
+}
+
+TEST( IpGenAddrTest, IsNotMadeFromItsFields )
+{
+   static_assert( !std::is_constructible_v< IpGenAddr, AddressFamily, IpAddr, Ip6Addr > );
+   const Vok::TypeData & type = *Corvo::ModuleInspectData::findType( "Wyre::IpGenAddr" );
+   const std::string message =
+         PlatformTest::messageOf< Corvo::ConstructorArgsException >( [ & ] {
+            type.make( { "ipv4", "10.0.0.1", "2001:db8::1" } );
+         } );
+   EXPECT_EQ( message, "Wyre::IpGenAddr is not made from its fields" );
+   IpGenAddr address( "10.0.0.1" );
+   for ( const auto & [ field, text ] : { std::pair( "family", "ipv6" ),
+               std::pair( "ip", "10.0.0.2" ), std::pair( "ip6", "::1" ) } ) {
+      EXPECT_THROW( type.fieldSet( &address, field, text ), std::invalid_argument ) << field;
+   }
+   EXPECT_EQ( address, IpGenAddr( "10.0.0.1" ) );
 }
 
 TEST( IpGenAddrTest, OrdersByFamilyThenByAddress )

@@ -43,7 +43,8 @@ class Describer {
       case AttributeKind::set:
          for ( const Corvo::String & key : a.keys( e ) ) {
             line( depth, a.name(),
-                  std::string( key.view() ) + ": " + std::string( a.member( e, key.view() ).view() ) );
+                  std::string( key.view() ) + ": " +
+                        std::string( a.member( e, key.view() ).view() ) );
          }
          return;
       case AttributeKind::children:

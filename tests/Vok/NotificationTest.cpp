@@ -24,7 +24,8 @@ TEST( NotificationTest, scalarsCarryTheOldValue )
    root->maybeWordIs( ::Test::Full( 3 ) );
    root->maybeBitIs( false );
    EXPECT_EQ( recorder.take(),
-         ( Heard{ "259 was false", "266 was none", "278 was ", "278 was 2", "281 was ", "280 was " } ) );
+         ( Heard{ "259 was false", "266 was none", "278 was ", "278 was 2", "281 was ",
+               "280 was " } ) );
 }
 
 TEST( NotificationTest, typedKeysAndOldValues )

@@ -55,7 +55,8 @@ Corvo::String RandomTree::text()
 
 Test::Colour RandomTree::colour()
 {
-   constexpr Test::Colour colours[] = { Test::Colour::red, Test::Colour::green, Test::Colour::blue };
+   constexpr Test::Colour colours[] = { Test::Colour::red, Test::Colour::green,
+      Test::Colour::blue };
    return colours[ random_.below( 3 ) ];
 }
 
@@ -105,7 +106,8 @@ void RandomTree::changeValue()
    case 3:
       return root_.paint( random_.oneIn( 2 ), random_.oneIn( 2 ), random_.oneIn( 2 ) );
    case 4:
-      return root_.endIs( random_.oneIn( 2 ) ? Corvo::Duration::infinity() : Corvo::Duration( 2.5 ) );
+      return root_.endIs(
+            random_.oneIn( 2 ) ? Corvo::Duration::infinity() : Corvo::Duration( 2.5 ) );
    case 5:
       return root_.addressIs( Test::Address( random_.oneIn( 2 ) ? "1-2" : "3-4" ) );
    default: {
@@ -123,9 +125,11 @@ void RandomTree::changeOptional()
    const bool some = random_.oneIn( 2 );
    switch ( random_.below( 5 ) ) {
    case 0:
-      return root_.maybeIs( some ? Vok::Optional< Test::Level >( Test::Level( 4 ) ) : std::nullopt );
+      return root_.maybeIs(
+            some ? Vok::Optional< Test::Level >( Test::Level( 4 ) ) : std::nullopt );
    case 1:
-      return root_.maybeIntIs( some ? Vok::Optional< std::uint32_t >( random_.below( 3 ) ) : std::nullopt );
+      return root_.maybeIntIs(
+            some ? Vok::Optional< std::uint32_t >( random_.below( 3 ) ) : std::nullopt );
    case 2:
       return root_.maybeBitIs( some ? Vok::Optional< bool >( random_.oneIn( 2 ) ) : std::nullopt );
    case 3:
@@ -261,7 +265,8 @@ void RandomTree::changeChildren()
       if ( random_.oneIn( 3 ) ) {
          root_.groupsDel( seqno );
       }
-      const auto group = root_.groups( seqno ) ? root_.groups( seqno ) : root_.groupsIs( name(), seqno );
+      const auto group =
+            root_.groups( seqno ) ? root_.groups( seqno ) : root_.groupsIs( name(), seqno );
       return changeGroup( *group );
    }
    case 5:

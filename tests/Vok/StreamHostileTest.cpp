@@ -209,7 +209,8 @@ TEST( StreamRefusalTest, aBoundOrCodeIsRefusedWithItsMessage )
    EXPECT_EQ( forge( 7, 99 ), "Test::Root::tiny < 1 or > (Test::Level::top - 2) not allowed" );
    replica.read( source.whole() );
    source.root->levelIs( ::Test::Level( 9 ) );
-   EXPECT_EQ( forge( 9, 99 ), "Test::Level::value < Test::Level::low or > Test::Level::top not allowed" );
+   EXPECT_EQ( forge( 9, 99 ),
+         "Test::Level::value < Test::Level::low or > Test::Level::top not allowed" );
    replica.read( source.whole() );
    source.root->colourIs( ::Test::Colour::blue );
    EXPECT_NE( forge( 7, 3 ).find( "Test::Colour" ), std::string::npos );

@@ -77,7 +77,8 @@ TEST_F( StreamReferenceTest, oneEntityReferredToTwiceIsOne )
    source.root->leafRefsIs( outside );
    source.root->bindingsIs( ::Test::Label( "l" ), outside, ::Test::Colour::red );
    send();
-   EXPECT_EQ( replica.root->leafRefs( "o" ), replica.root->bindings( ::Test::Label( "l" ) )->target() );
+   EXPECT_EQ(
+         replica.root->leafRefs( "o" ), replica.root->bindings( ::Test::Label( "l" ) )->target() );
 }
 
 TEST_F( StreamReferenceTest, aReferenceToAnotherEntityOfTheSameKeyIsAChange )

@@ -59,7 +59,8 @@ std::string other( std::string_view name )
 bool hasState( const Vok::AttributeData & attribute )
 {
    using Vok::AttributeKind;
-   return attribute.kind() != AttributeKind::constant && attribute.kind() != AttributeKind::derived &&
+   return attribute.kind() != AttributeKind::constant &&
+         attribute.kind() != AttributeKind::derived &&
          attribute.kind() != AttributeKind::function &&
          attribute.kind() != AttributeKind::constructorArgument;
 }
@@ -67,7 +68,8 @@ bool hasState( const Vok::AttributeData & attribute )
 /// Whether no other entity type of the module has an attribute of this name.
 bool isRootsAlone( const Vok::AttributeData & attribute )
 {
-   for ( const Vok::TypeData & type : Corvo::ModuleInspectData::findType( "Test::Root" )->module().types() ) {
+   for ( const Vok::TypeData & type :
+         Corvo::ModuleInspectData::findType( "Test::Root" )->module().types() ) {
       if ( type.kind() == Vok::TypeKind::entity && type.name() != "Test::Root" &&
             type.name() != "Test::Special" && type.attribute( attribute.name() ) ) {
          return false;

@@ -86,7 +86,9 @@ TEST( StreamTest, manyChangesAreHeardOnceAndThereAndBackNotAtAll )
    source.root->namesIs( 2, "two" );
    source.root->namesDel( 2 );
    replica.read( source.batch() );
-   EXPECT_EQ( recorder.take(), ( Heard{ id( ::Test::Root::countAttrId ) + " was 0", id( ::Test::Root::namesAttrId ) + "[1] was one" } ) );
+   EXPECT_EQ( recorder.take(),
+         ( Heard{ id( ::Test::Root::countAttrId ) + " was 0",
+               id( ::Test::Root::namesAttrId ) + "[1] was one" } ) );
 }
 
 TEST( StreamTest, aBatchKnowsItsPlace )

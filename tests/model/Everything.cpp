@@ -17,7 +17,8 @@ double Level::half() const
 
 Corvo::String Lazy::stringValue() const
 {
-   return value() == 0 ? Corvo::String( "off" ) : Corvo::String( std::to_string( value() ) + " ms" );
+   return value() == 0 ? Corvo::String( "off" )
+                       : Corvo::String( std::to_string( value() ) + " ms" );
 }
 
 // The text of an address is its halves with a dash between.
@@ -51,6 +52,48 @@ void Address::readLog( Vok::NboAttrLog::In & log )
 {
    low_ = log.get< std::uint16_t >();
    high_ = log.get< std::uint16_t >();
+}
+
+Span::Span( std::uint16_t first, std::uint16_t last ) : first_( first ),
+                                                        last_( last )
+{
+   if ( last < first ) {
+      Corvo::RangeException::throwException( "Test::Span::last < Test::Span::first not allowed" );
+   }
+}
+
+Span Span::whole()
+{
+   return Span( 0, 65535 );
+}
+
+// Written as an address is, whose halves are in any order.
+Span::Span( const Corvo::String & text )
+{
+   const Address address( text );
+   *this = Span( address.high(), address.low() );
+}
+
+Corvo::String Span::stringValue() const
+{
+   return Corvo::String( std::to_string( first_ ) + "-" + std::to_string( last_ ) );
+}
+
+std::size_t Span::logSize() const
+{
+   return 4;
+}
+
+void Span::writeLog( Vok::NboAttrLog::Out & log ) const
+{
+   log.put( first_ );
+   log.put( last_ );
+}
+
+void Span::readLog( Vok::NboAttrLog::In & log )
+{
+   const auto first = log.get< std::uint16_t >();
+   *this = Span( first, log.get< std::uint16_t >() );
 }
 
 bool Slot::heavy() const

@@ -202,6 +202,21 @@ std::string trailingComment( std::string_view declaration, std::string_view text
    return " ///<" + line.substr( 3 );
 }
 
+std::string_view firstSentence( std::string_view documentation )
+{
+   const std::string_view paragraph = documentation.substr( 0, documentation.find( '\n' ) );
+   for ( std::size_t at = 0; at + 2 < paragraph.size(); ++at ) {
+      const char mark = paragraph[ at ];
+      const char next = paragraph[ at + 2 ];
+      const bool ends = ( mark == '.' || mark == '!' || mark == '?' ) &&
+            paragraph[ at + 1 ] == ' ' && !( next >= 'a' && next <= 'z' );
+      if ( ends ) {
+         return paragraph.substr( 0, at + 1 );
+      }
+   }
+   return paragraph;
+}
+
 std::string boundsInWords( const Attribute & attribute )
 {
    if ( !attribute.bounds ) {

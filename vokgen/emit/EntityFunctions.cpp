@@ -8,8 +8,6 @@
 #include "vokgen/emit/Functions.h"
 #include "vokgen/emit/Spelling.h"
 
-#include <algorithm>
-
 namespace VokGen {
 
 using Model::Attribute;
@@ -39,16 +37,7 @@ std::string argumentsInWords( const EntityType & type )
 /// The text that a type's identity has as a name, given the argument.
 std::string nameOf( const Attribute & identity )
 {
-   const Model::ValueType * const value = identity.type.value;
-   if ( identity.type.isText() ) {
-      return identity.name;
-   }
-   const auto isText = []( const auto & member ) { return member->name == "stringValue"; };
-   const bool hasText = value &&
-         ( value->find( "stringValue" ) ||
-               std::any_of( value->methods.begin(), value->methods.end(), isText ) );
-   return hasText ? identity.name + ".stringValue()"
-                  : "Corvo::valueToStrep( " + identity.name + " )";
+   return identity.type.isText() ? identity.name : identity.name + ".stringValue()";
 }
 
 /// Behind the constructor's head: what the base takes, and the stored arguments.

@@ -65,7 +65,7 @@ const Model::Type & takenAs( const Attribute & field )
 
 std::string checkName( const Attribute & attribute )
 {
-   return "check" + Names::capitalised( attribute.name );
+   return Names::boundsCheck( attribute.name );
 }
 
 std::string checkHead( const Attribute & attribute, const std::string & name )

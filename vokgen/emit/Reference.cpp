@@ -3,6 +3,7 @@
 
 #include "vokgen/Printer.h"
 #include "vokgen/emit/Cells.h"
+#include "vokgen/emit/Documentation.h"
 #include "vokgen/emit/Escape.h"
 
 namespace VokGen {
@@ -43,7 +44,7 @@ std::string contents( const Module & module )
    std::string rows;
    for ( const TypeDeclaration * const type : module.allTypes() ) {
       rows += "| " + typeLink( *type, module ) + " | " + kindInWords( *type ) + " | " +
-            markdownText( type->documentation ) + " |\n";
+            markdownText( firstSentence( type->documentation ) ) + " |\n";
    }
    return rows.empty() ? "" : "| Type | Kind | Meaning |\n|---|---|---|\n" + rows;
 }

@@ -105,6 +105,7 @@ std::string propertiesOf( const ValueType & type )
    out += type.truth ? ", true where it differs from its default" : "";
    out += type.hashable ? "" : ", without a hash";
    out += type.textable ? "" : ", cannot be read from text";
+   out += type.constructorsByHand ? ", not made from its fields, which have to fit together" : "";
    return out + ".\n";
 }
 

@@ -132,12 +132,7 @@ std::string recordAccessors( const RecordType & type )
 
 std::string typeRecord( const RecordType & type )
 {
-   const EntityType * const entity = Model::asEntity( &type );
-   if ( entity && entity->base && entity->base->module != type.module ) {
-      throw InternalError( type.fullName + " derives from " + entity->base->fullName +
-            " of module " + entity->base->module->name +
-            ": a type and its base have to be in one module" );
-   }
+   const bool entity = Model::asEntity( &type ) != nullptr;
    const std::string table = rowTable( type );
    return fill( { { "type", type.fullName },
                       { "live",

@@ -24,6 +24,11 @@ Fields constructorFields( const ValueType & type )
    return arguments.empty() ? type.fields() : arguments;
 }
 
+bool hasFieldConstructor( const ValueType & type )
+{
+   return !type.constructorsByHand && !constructorFields( type ).empty();
+}
+
 /// Everything is taken by value: what is not literal is moved into its place.
 std::string fieldParameters( const ValueType & type )
 {
@@ -96,7 +101,7 @@ std::string fieldDefinition( const ValueType & type, const std::string & head )
 
 std::string fieldConstructor( const ValueType & type )
 {
-   if ( constructorFields( type ).empty() ) {
+   if ( !hasFieldConstructor( type ) ) {
       return "";
    }
    const std::string refusals = fieldRefusals( type );
@@ -129,9 +134,11 @@ std::string handConstructors( const ValueType & type )
 
 std::string textComment( const ValueType & type )
 {
+   const std::string maker = type.textByHand ? "a text" : "fields";
    return type.textable
          ? "From its text; throws Corvo::ParseException where that does not match, and what the "
-           "constructor from fields throws."
+           "constructor from " +
+               maker + " throws."
          : "Ends the process by assertion: there is no text to read it from.";
 }
 
@@ -177,7 +184,7 @@ std::string valueConstructors( const ValueType & type )
 
 std::string valueConstructorDefinitions( const ValueType & type )
 {
-   const bool inCpp = !isLiteral( type ) && !constructorFields( type ).empty();
+   const bool inCpp = !isLiteral( type ) && hasFieldConstructor( type );
    return Paragraphs()
          .add( inCpp ? fieldDefinition( type, fieldHead( type, type.name + "::" ) ) : "" )
          .add( textConstructor( type ) )

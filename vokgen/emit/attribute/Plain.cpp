@@ -99,7 +99,7 @@ class Plain final : public AttributeEmitter {
       row.settable = attribute.hasMutator();
       row.typeName = attribute.type.fullName;
       row.offset = offsetOf( attribute );
-      row.value = valueOps( attribute.type.cppName );
+      row.value = reflectedOps( attribute );
       row.check = checkedBy( attribute );
       describeValue( attribute, row );
    }

@@ -6,6 +6,7 @@
 #include "vokgen/emit/Documentation.h"
 #include "vokgen/emit/Functions.h"
 #include "vokgen/emit/Literal.h"
+#include "vokgen/emit/Row.h"
 #include "vokgen/emit/Spelling.h"
 
 namespace VokGen {
@@ -47,6 +48,12 @@ std::string mutatorType( const Attribute & attribute )
       return attribute.type.scalar() ? type : "const " + type + " &";
    }
    return scope.given( attribute.type );
+}
+
+/// "Level::checkValue"
+std::string qualifiedCheck( const Attribute & attribute )
+{
+   return attribute.owner->name + "::" + checkName( attribute );
 }
 
 /// Whether the type's own default constructor makes the default, so that none has to be written.
@@ -129,7 +136,7 @@ std::string mutatorDefinition( const Attribute & attribute )
 {
    const std::string qualifier = attribute.owner->name + "::";
    const std::string check =
-         hasCheck( attribute ) ? ", &" + qualifier + checkName( attribute ) : "";
+         hasCheck( attribute ) ? ", &" + qualifiedCheck( attribute ) : "";
    return shortFunction( "inline " + mutatorHead( attribute, qualifier ),
          "Vok::Attribute::plainIs( *this, " + Names::attributeId( attribute.name ) + ", " +
                Names::dataMember( attribute.name ) + ", v" + check + " );" );
@@ -146,19 +153,27 @@ std::string entityCheckDefinition( const Attribute & attribute )
    if ( !hasCheck( attribute ) ) {
       return "";
    }
-   const std::string name = attribute.owner->name + "::" + checkName( attribute );
-   return checkHead( attribute, name ) + "\n" + checkBody( attribute );
+   return checkHead( attribute, qualifiedCheck( attribute ) ) + "\n" + checkBody( attribute );
 }
 
 std::string checkedBy( const Attribute & attribute )
 {
-   if ( !hasCheck( attribute ) || !attribute.hasMutator() ) {
+   const Model::ValueType * const value = Model::asValue( attribute.owner );
+   if ( value && value->constructorsByHand ) {
+      return "&Vok::Detail::noField< " + value->fullName + " >";
+   }
+   const bool inOperations = attribute.builtFrom.has_value();
+   if ( !hasCheck( attribute ) || inOperations ) {
       return "";
    }
-   // A field that is built from a wider number is checked as that; reflection hands out the field.
-   const std::string stored = attribute.builtFrom ? ", " + attribute.type.cppName : "";
-   return "&Vok::Detail::checked< &" + attribute.owner->name + "::" + checkName( attribute ) +
-         stored + " >";
+   return "&Vok::Detail::checked< &" + qualifiedCheck( attribute ) + " >";
+}
+
+std::string reflectedOps( const Attribute & attribute )
+{
+   return attribute.builtFrom ? "&Vok::Detail::narrowedOps< &" + qualifiedCheck( attribute ) + ", " +
+               attribute.type.cppName + " >"
+                              : valueOps( attribute.type.cppName );
 }
 
 } // namespace VokGen

@@ -32,7 +32,11 @@ std::string mutatorDefinition( const Model::Attribute & attribute );
 std::string entityCheckDeclaration( const Model::Attribute & attribute );
 std::string entityCheckDefinition( const Model::Attribute & attribute );
 
-/// How reflection checks the bounds; empty without any.
+/// How reflection checks what it stores; empty where anything is taken, and where reflectedOps()
+/// check.
 std::string checkedBy( const Model::Attribute & attribute );
+
+/// The operations with which reflection reads and writes the value of a plain attribute or field.
+std::string reflectedOps( const Model::Attribute & attribute );
 
 } // namespace VokGen

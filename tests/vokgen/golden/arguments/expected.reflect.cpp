@@ -289,20 +289,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_fa31ca9825bcac1f_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_fa31ca9825bcac1f_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_a234d53d7e9bca4b_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_a234d53d7e9bca4b_vokModule( {
       .name = "Sample",
       .documentation = "Constructor arguments and identities.",
-      .fingerprint = 0xfa31ca9825bcac1f,
+      .fingerprint = 0xa234d53d7e9bca4b,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_fa31ca9825bcac1f_vokModule;
+   return _Sample_a234d53d7e9bca4b_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_fa31ca9825bcac1f_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_a234d53d7e9bca4b_vokModule );
 } // namespace

@@ -39,6 +39,18 @@ void TemplateId::vokDecode( Vok::NboAttrLog::In & log )
    Vok::decodeFields( log, *this );
 }
 
+// ---- Weight -------------------------------------------------------------------------------------
+
+Weight::Weight( Vok::CharRange & range )
+{
+   Vok::readFields( range, *this );
+}
+
+void Weight::vokDecode( Vok::NboAttrLog::In & log )
+{
+   Vok::decodeFields( log, *this );
+}
+
 // ---- Timeout ------------------------------------------------------------------------------------
 
 Timeout::Timeout( Vok::CharRange & range )

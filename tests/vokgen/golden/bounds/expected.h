@@ -221,6 +221,75 @@ constexpr bool TemplateId::isEq( const TemplateId & other ) const
    return Vok::equalFields( *this, other );
 }
 
+/// Built from a wider number, and set from one.
+class VOK_EXPORT Weight {
+ public:
+   constexpr Weight() noexcept = default;
+   /// Throws Corvo::RangeException unless value is in 1 to 40000.
+   constexpr explicit Weight( std::uint32_t value )
+         : value_( static_cast< std::uint16_t >( value ) )
+   {
+      checkValue( value );
+   }
+   /// From its text; throws Corvo::ParseException where that does not match, and what the
+   /// constructor from fields throws.
+   explicit Weight( Vok::CharRange & range );
+   /// From an attribute log; throws Vok::NboAttrLog::Exception where that is cut short.
+   template< std::same_as< Vok::NboAttrLog::In > Log >
+   explicit Weight( Log * log )
+   {
+      vokDecode( *log );
+   }
+
+   /// grams
+   constexpr std::uint16_t value() const noexcept { return value_; }
+   /// Throws Corvo::RangeException unless v is in 1 to 40000. It keeps its value then.
+   void valueIs( std::uint32_t v )
+   {
+      if ( v != value_ ) {
+         checkValue( v );
+         value_ = static_cast< std::uint16_t >( v );
+      }
+   }
+
+   /// Whether all fields are equal.
+   constexpr bool isEq( const Weight & other ) const;
+   friend constexpr bool operator==( const Weight & a, const Weight & b ) { return a.isEq( b ); }
+   /// The bytes that it takes in an attribute log.
+   friend std::size_t attrLogSize( const Weight & v )
+   {
+      return Vok::ValueType< Weight >::logSize( v );
+   }
+
+   // For the framework.
+   static constexpr std::string_view vokName = "Test::Weight";
+   struct VOK_HIDDEN VokTable;
+
+ private:
+   friend struct Vok::Detail::ValueAccess;
+
+   static constexpr void checkValue( std::uint32_t v )
+   {
+      if ( v < 1 || v > 40000 ) {
+         Corvo::RangeException::throwException( "Test::Weight::value < 1 or > 40000 not allowed" );
+      }
+   }
+   static constexpr auto vokFields()
+   {
+      return std::tuple(
+            Vok::Field< Weight, std::uint16_t, std::uint32_t >{
+                  "value", &Weight::value_, &Weight::checkValue } );
+   }
+   void vokDecode( Vok::NboAttrLog::In & log );
+
+   std::uint16_t value_ = 1;
+};
+
+constexpr bool Weight::isEq( const Weight & other ) const
+{
+   return Vok::equalFields( *this, other );
+}
+
 /// Checked by validate() only.
 class VOK_EXPORT Timeout {
  public:
@@ -525,6 +594,8 @@ template<> struct std::hash< Test::Level > : Vok::ValueHash< Test::Level > {
 template<> struct std::hash< Test::Rate > : Vok::ValueHash< Test::Rate > {
 };
 template<> struct std::hash< Test::TemplateId > : Vok::ValueHash< Test::TemplateId > {
+};
+template<> struct std::hash< Test::Weight > : Vok::ValueHash< Test::Weight > {
 };
 template<> struct std::hash< Test::Timeout > : Vok::ValueHash< Test::Timeout > {
 };

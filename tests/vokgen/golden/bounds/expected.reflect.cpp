@@ -85,7 +85,7 @@ struct Test::TemplateId::VokTable {
             .lowerText = "256",
             .upperText = "65535",
             .offset = VOK_OFFSET( TemplateId, value_ ),
-            .value = &Vok::Detail::valueOps< std::uint16_t >,
+            .value = &Vok::Detail::narrowedOps< &TemplateId::checkValue, std::uint16_t >,
       } },
    };
    static constexpr Vok::TypeData type{ {
@@ -95,6 +95,32 @@ struct Test::TemplateId::VokTable {
          .module = &Vok::Modules::Sample,
          .attributes = attributes,
          .value = &Vok::Detail::valueOps< Test::TemplateId >,
+   } };
+};
+
+struct Test::Weight::VokTable {
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 2,
+            .name = "value",
+            .documentation = "grams",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "u16",
+            .defaultText = "1",
+            .lowerText = "1",
+            .upperText = "40000",
+            .offset = VOK_OFFSET( Weight, value_ ),
+            .value = &Vok::Detail::narrowedOps< &Weight::checkValue, std::uint16_t >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "Test::Weight",
+         .documentation = "Built from a wider number, and set from one.",
+         .kind = Vok::TypeKind::value,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .value = &Vok::Detail::valueOps< Test::Weight >,
    } };
 };
 
@@ -280,6 +306,7 @@ constexpr const Vok::TypeData * types[] = {
    &Test::Level::VokTable::type,
    &Test::Rate::VokTable::type,
    &Test::TemplateId::VokTable::type,
+   &Test::Weight::VokTable::type,
    &Test::Timeout::VokTable::type,
    &Test::Size::VokTable::type,
    &Test::Interval::VokTable::type,
@@ -288,20 +315,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_28a08073b770a12d_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_28a08073b770a12d_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_a6272e158e72f9ad_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_a6272e158e72f9ad_vokModule( {
       .name = "Sample",
       .documentation = "Bounds that are checked always, in mutators, by validate(), and never.",
-      .fingerprint = 0x28a08073b770a12d,
+      .fingerprint = 0xa6272e158e72f9ad,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_28a08073b770a12d_vokModule;
+   return _Sample_a6272e158e72f9ad_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_28a08073b770a12d_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_a6272e158e72f9ad_vokModule );
 } // namespace

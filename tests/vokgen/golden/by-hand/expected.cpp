@@ -15,6 +15,18 @@ void Address::vokDecode( Vok::NboAttrLog::In & log )
    readLog( log );
 }
 
+// ---- Range --------------------------------------------------------------------------------------
+
+Range::Range( Vok::CharRange & range )
+{
+   Vok::readByHand( range, *this );
+}
+
+void Range::vokDecode( Vok::NboAttrLog::In & log )
+{
+   readLog( log );
+}
+
 // ---- Host ---------------------------------------------------------------------------------------
 
 Host::Host( const Corvo::String & name )

@@ -30,7 +30,7 @@ class VOK_EXPORT Address {
    /// from its text
    explicit Address( const Corvo::String & text );
    /// From its text; throws Corvo::ParseException where that does not match, and what the
-   /// constructor from fields throws.
+   /// constructor from a text throws.
    explicit Address( Vok::CharRange & range );
    /// From an attribute log; throws Vok::NboAttrLog::Exception where that is cut short.
    template< std::same_as< Vok::NboAttrLog::In > Log >
@@ -91,6 +91,70 @@ constexpr bool Address::isEq( const Address & other ) const
 constexpr bool operator<( const Address & a, const Address & b )
 {
    return Vok::lessFields( a, b );
+}
+
+/// Its fields have to fit together, so that it is not made from them.
+class VOK_EXPORT Range {
+ public:
+   constexpr Range() noexcept = default;
+   /// checks that they fit
+   Range( std::uint16_t first, std::uint16_t last );
+   /// from its text
+   explicit Range( const Corvo::String & text );
+   /// From its text; throws Corvo::ParseException where that does not match, and what the
+   /// constructor from a text throws.
+   explicit Range( Vok::CharRange & range );
+   /// From an attribute log; throws Vok::NboAttrLog::Exception where that is cut short.
+   template< std::same_as< Vok::NboAttrLog::In > Log >
+   explicit Range( Log * log )
+   {
+      vokDecode( *log );
+   }
+
+   /// the first number
+   constexpr std::uint16_t first() const noexcept { return first_; }
+   /// the last one, which is not below the first
+   constexpr std::uint16_t last() const noexcept { return last_; }
+   /// its text
+   Corvo::String stringValue() const;
+   /// The attribute log, written by hand.
+   std::size_t logSize() const;
+   void writeLog( Vok::NboAttrLog::Out & log ) const;
+   void readLog( Vok::NboAttrLog::In & log );
+
+   /// Whether all fields are equal.
+   constexpr bool isEq( const Range & other ) const;
+   friend constexpr bool operator==( const Range & a, const Range & b ) { return a.isEq( b ); }
+   /// The bytes that it takes in an attribute log.
+   friend std::size_t attrLogSize( const Range & v )
+   {
+      return Vok::ValueType< Range >::logSize( v );
+   }
+
+   // For the framework.
+   static constexpr std::string_view vokName = "Test::Range";
+   using VokHandText = void;
+   using VokHandLog = void;
+   struct VOK_HIDDEN VokTable;
+
+ private:
+   friend struct Vok::Detail::ValueAccess;
+
+   static constexpr auto vokFields()
+   {
+      return std::tuple(
+            Vok::Field{ "first", &Range::first_ },
+            Vok::Field{ "last", &Range::last_ } );
+   }
+   void vokDecode( Vok::NboAttrLog::In & log );
+
+   std::uint16_t first_ = 0;
+   std::uint16_t last_ = 0;
+};
+
+constexpr bool Range::isEq( const Range & other ) const
+{
+   return Vok::equalFields( *this, other );
 }
 
 // ---- Entities -----------------------------------------------------------------------------------
@@ -154,6 +218,8 @@ inline void Host::addressIs( const Address & v )
 } // namespace Test
 
 template<> struct std::hash< Test::Address > : Vok::ValueHash< Test::Address > {
+};
+template<> struct std::hash< Test::Range > : Vok::ValueHash< Test::Range > {
 };
 
 namespace Vok::Modules {

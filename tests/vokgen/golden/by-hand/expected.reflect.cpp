@@ -36,6 +36,41 @@ struct Test::Address::VokTable {
    } };
 };
 
+struct Test::Range::VokTable {
+   static constexpr Vok::AttributeData attributes[] = {
+      { {
+            .id = 2,
+            .name = "first",
+            .documentation = "the first number",
+            .kind = Vok::AttributeKind::plain,
+            .typeName = "u16",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Range, first_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+            .check = &Vok::Detail::noField< Test::Range >,
+      } },
+      { {
+            .id = 3,
+            .name = "last",
+            .documentation = "the last one, which is not below the first",
+            .kind = Vok::AttributeKind::plain,
+            .typeName = "u16",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Range, last_ ),
+            .value = &Vok::Detail::valueOps< std::uint16_t >,
+            .check = &Vok::Detail::noField< Test::Range >,
+      } },
+   };
+   static constexpr Vok::TypeData type{ {
+         .name = "Test::Range",
+         .documentation = "Its fields have to fit together, so that it is not made from them.",
+         .kind = Vok::TypeKind::value,
+         .module = &Vok::Modules::Sample,
+         .attributes = attributes,
+         .value = &Vok::Detail::valueOps< Test::Range >,
+   } };
+};
+
 struct Test::Host::VokTable {
    static inline constinit Vok::Detail::LiveCount live{ 0 };
    static constexpr Vok::AttributeData attributes[] = {
@@ -78,25 +113,26 @@ const Vok::TypeData & Test::Host::typeData() const noexcept { return VokTable::t
 namespace {
 constexpr const Vok::TypeData * types[] = {
    &Test::Address::VokTable::type,
+   &Test::Range::VokTable::type,
    &Test::Host::VokTable::type,
 };
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_3072b3554dc3dc99_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_3072b3554dc3dc99_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_dccc359c7e646306_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_dccc359c7e646306_vokModule( {
       .name = "Sample",
       .documentation = "Values with parts that are written by hand.",
-      .fingerprint = 0x3072b3554dc3dc99,
+      .fingerprint = 0xdccc359c7e646306,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_3072b3554dc3dc99_vokModule;
+   return _Sample_dccc359c7e646306_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_3072b3554dc3dc99_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_dccc359c7e646306_vokModule );
 } // namespace

@@ -229,20 +229,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_28cb0f759bddca53_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_28cb0f759bddca53_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_92d4390adebc8dca_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_92d4390adebc8dca_vokModule( {
       .name = "Sample",
       .documentation = "Collections of children.",
-      .fingerprint = 0x28cb0f759bddca53,
+      .fingerprint = 0x92d4390adebc8dca,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_28cb0f759bddca53_vokModule;
+   return _Sample_92d4390adebc8dca_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_28cb0f759bddca53_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_92d4390adebc8dca_vokModule );
 } // namespace

@@ -175,20 +175,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_dea50e0b46151219_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_dea50e0b46151219_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_4ff7526cc71f355b_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_4ff7526cc71f355b_vokModule( {
       .name = "Sample",
       .documentation = "Constants of every kind, and static functions.",
-      .fingerprint = 0xdea50e0b46151219,
+      .fingerprint = 0x4ff7526cc71f355b,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_dea50e0b46151219_vokModule;
+   return _Sample_4ff7526cc71f355b_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_dea50e0b46151219_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_4ff7526cc71f355b_vokModule );
 } // namespace

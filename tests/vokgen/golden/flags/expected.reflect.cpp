@@ -104,20 +104,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_1a880199618994a1_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_1a880199618994a1_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_2bcb489cccdb04f2_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_2bcb489cccdb04f2_vokModule( {
       .name = "Sample",
       .documentation = "Bit sets.",
-      .fingerprint = 0x1a880199618994a1,
+      .fingerprint = 0x2bcb489cccdb04f2,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_1a880199618994a1_vokModule;
+   return _Sample_2bcb489cccdb04f2_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_1a880199618994a1_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_2bcb489cccdb04f2_vokModule );
 } // namespace

@@ -230,20 +230,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_0fa407abd9c4ba50_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_0fa407abd9c4ba50_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_1700223d63a3ef67_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_1700223d63a3ef67_vokModule( {
       .name = "Sample",
       .documentation = "Names so long that nothing fits on a line.",
-      .fingerprint = 0x0fa407abd9c4ba50,
+      .fingerprint = 0x1700223d63a3ef67,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_0fa407abd9c4ba50_vokModule;
+   return _Sample_1700223d63a3ef67_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_0fa407abd9c4ba50_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_1700223d63a3ef67_vokModule );
 } // namespace

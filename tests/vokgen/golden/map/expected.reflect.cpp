@@ -158,20 +158,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_5e7954a869909cfe_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_5e7954a869909cfe_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_72bcd5d34eb6045b_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_72bcd5d34eb6045b_vokModule( {
       .name = "Sample",
       .documentation = "Maps with external keys and with keys that are fields.",
-      .fingerprint = 0x5e7954a869909cfe,
+      .fingerprint = 0x72bcd5d34eb6045b,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_5e7954a869909cfe_vokModule;
+   return _Sample_72bcd5d34eb6045b_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_5e7954a869909cfe_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_72bcd5d34eb6045b_vokModule );
 } // namespace

@@ -200,20 +200,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_59528d7a65fb8db7_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_59528d7a65fb8db7_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_0fd68fed55444e97_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_0fd68fed55444e97_vokModule( {
       .name = "Sample",
       .documentation = "Types of several namespaces, among them one that waits for another.",
-      .fingerprint = 0x59528d7a65fb8db7,
+      .fingerprint = 0x0fd68fed55444e97,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_59528d7a65fb8db7_vokModule;
+   return _Sample_0fd68fed55444e97_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_59528d7a65fb8db7_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_0fd68fed55444e97_vokModule );
 } // namespace

@@ -139,20 +139,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_8997b79f72cf9035_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_8997b79f72cf9035_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_a22cb6d5f55aa437_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_a22cb6d5f55aa437_vokModule( {
       .name = "Sample",
       .documentation = "An enumeration that belongs to a type.",
-      .fingerprint = 0x8997b79f72cf9035,
+      .fingerprint = 0xa22cb6d5f55aa437,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_8997b79f72cf9035_vokModule;
+   return _Sample_a22cb6d5f55aa437_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_8997b79f72cf9035_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_a22cb6d5f55aa437_vokModule );
 } // namespace

@@ -105,20 +105,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_1b388cdbd60aa2e7_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_1b388cdbd60aa2e7_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_4e2862d4365c3ef7_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_4e2862d4365c3ef7_vokModule( {
       .name = "Sample",
       .documentation = "Optional attributes, however they are stored.",
-      .fingerprint = 0x1b388cdbd60aa2e7,
+      .fingerprint = 0x4e2862d4365c3ef7,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_1b388cdbd60aa2e7_vokModule;
+   return _Sample_4e2862d4365c3ef7_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_1b388cdbd60aa2e7_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_4e2862d4365c3ef7_vokModule );
 } // namespace

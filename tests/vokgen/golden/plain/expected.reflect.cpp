@@ -196,20 +196,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_240aaefcbbd7ffcf_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_240aaefcbbd7ffcf_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_07a89ad3fdc6c3a3_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_07a89ad3fdc6c3a3_vokModule( {
       .name = "Sample",
       .documentation = "Plain attributes of every type, and counters.",
-      .fingerprint = 0x240aaefcbbd7ffcf,
+      .fingerprint = 0x07a89ad3fdc6c3a3,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_240aaefcbbd7ffcf_vokModule;
+   return _Sample_07a89ad3fdc6c3a3_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_240aaefcbbd7ffcf_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_07a89ad3fdc6c3a3_vokModule );
 } // namespace

@@ -150,20 +150,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_9ab7496d628b051b_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_9ab7496d628b051b_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_2cbd4d5694b27f9c_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_2cbd4d5694b27f9c_vokModule( {
       .name = "Sample",
       .documentation = "References to entities that are owned elsewhere.",
-      .fingerprint = 0x9ab7496d628b051b,
+      .fingerprint = 0x2cbd4d5694b27f9c,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_9ab7496d628b051b_vokModule;
+   return _Sample_2cbd4d5694b27f9c_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_9ab7496d628b051b_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_2cbd4d5694b27f9c_vokModule );
 } // namespace

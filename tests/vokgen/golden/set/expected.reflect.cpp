@@ -104,20 +104,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_6b86bd4a72c8aaca_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_6b86bd4a72c8aaca_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_c445c8826bf4bd19_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_c445c8826bf4bd19_vokModule( {
       .name = "Sample",
       .documentation = "Sets.",
-      .fingerprint = 0x6b86bd4a72c8aaca,
+      .fingerprint = 0xc445c8826bf4bd19,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_6b86bd4a72c8aaca_vokModule;
+   return _Sample_c445c8826bf4bd19_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_6b86bd4a72c8aaca_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_c445c8826bf4bd19_vokModule );
 } // namespace

@@ -14,6 +14,7 @@ struct Test::Label::VokTable {
             .defaultText = "\"\"",
             .offset = VOK_OFFSET( Label, stringValue_ ),
             .value = &Vok::Detail::valueOps< Corvo::String >,
+            .check = &Vok::Detail::checked< &Label::checkStringValue >,
       } },
       { {
             .id = 3,
@@ -41,20 +42,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_d33dc8a037da0e7c_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_d33dc8a037da0e7c_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_239894698550a54a_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_239894698550a54a_vokModule( {
       .name = "Sample",
       .documentation = "A text of limited length.",
-      .fingerprint = 0xd33dc8a037da0e7c,
+      .fingerprint = 0x239894698550a54a,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_d33dc8a037da0e7c_vokModule;
+   return _Sample_239894698550a54a_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_d33dc8a037da0e7c_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_239894698550a54a_vokModule );
 } // namespace

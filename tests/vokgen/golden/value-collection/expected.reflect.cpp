@@ -165,20 +165,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_d16ca71f1c0b54bd_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_d16ca71f1c0b54bd_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_2363d73023142b97_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_2363d73023142b97_vokModule( {
       .name = "Sample",
       .documentation = "Collections inside values.",
-      .fingerprint = 0xd16ca71f1c0b54bd,
+      .fingerprint = 0x2363d73023142b97,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_d16ca71f1c0b54bd_vokModule;
+   return _Sample_2363d73023142b97_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_d16ca71f1c0b54bd_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_2363d73023142b97_vokModule );
 } // namespace

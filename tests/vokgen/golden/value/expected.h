@@ -137,7 +137,7 @@ inline bool Pair::isEq( const Pair & other ) const
    return Vok::equalFields( *this, other );
 }
 
-/// Without hash and mutators.
+/// Without hash and mutators. Its axes have no unit.
 class VOK_EXPORT Point {
  public:
    constexpr Point() noexcept = default;

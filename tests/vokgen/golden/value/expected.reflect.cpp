@@ -109,7 +109,7 @@ struct Test::Point::VokTable {
    };
    static constexpr Vok::TypeData type{ {
          .name = "Test::Point",
-         .documentation = "Without hash and mutators.",
+         .documentation = "Without hash and mutators. Its axes have no unit.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
          .attributes = attributes,
@@ -126,20 +126,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_2c84f977dec2c8f0_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_2c84f977dec2c8f0_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_e6de5b185de031a4_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_e6de5b185de031a4_vokModule( {
       .name = "Sample",
       .documentation = "Values of several fields and of one.",
-      .fingerprint = 0x2c84f977dec2c8f0,
+      .fingerprint = 0xe6de5b185de031a4,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_2c84f977dec2c8f0_vokModule;
+   return _Sample_e6de5b185de031a4_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_2c84f977dec2c8f0_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_e6de5b185de031a4_vokModule );
 } // namespace
