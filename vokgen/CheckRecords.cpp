@@ -31,12 +31,11 @@ bool isBuiltFromText( const Model::ValueType & value )
    const auto taken = byArguments ? value.constructorArguments() : value.fields();
    const bool fromField =
          !value.constructorsByHand && taken.size() == 1 && taken.front()->type.isText();
+   const auto takesText = []( const Model::ByHandConstructor & constructor ) {
+      return constructor.parameters.size() == 1 && constructor.parameters.front().type.isText();
+   };
    return fromField ||
-         std::any_of(
-               value.constructors.begin(), value.constructors.end(), []( const auto & constructor ) {
-                  return constructor.parameters.size() == 1 &&
-                        constructor.parameters.front().type.isText();
-               } );
+         std::any_of( value.constructors.begin(), value.constructors.end(), takesText );
 }
 
 class ValueChecker {

@@ -84,7 +84,8 @@ constexpr auto table = std::to_array< Row >( {
       { Message::typeNotCapitalised, "typeNotCapitalised",
             "the type '{0}' does not start with a capital letter; write '{1}'" },
       { Message::memberCapitalised, "memberCapitalised",
-            "'{0}' starts with a capital letter, as types do; members and parameters start with a small one" },
+            "'{0}' starts with a capital letter, as types do; members and parameters start with a "
+            "small one" },
       { Message::nameTaken, "nameTaken",
             "{0} would be called '{1}', as {2} is; choose another name" },
       { Message::takenHere, "takenHere", "{0} comes from here" },
@@ -167,8 +168,8 @@ constexpr auto table = std::to_array< Row >( {
             "'{0}' is built from a wider number, and so needs bounds that are always checked; "
             "add 'in lower..upper'" },
       { Message::emptyOfOther, "emptyOfOther",
-            "'{0}' is of type {1}; only a value of one field, a number called 'value', has a number "
-            "that means no value" },
+            "'{0}' is of type {1}; only a value of one field, a number called 'value', has a "
+            "number that means no value" },
       { Message::counterOfOther, "counterOfOther", "'{0}' is of type {1}; only numbers count" },
       { Message::counterWithBounds, "counterWithBounds",
             "'{0}' cannot have bounds: a counter starts again at 0 after its largest number" },

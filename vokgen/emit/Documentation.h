@@ -21,8 +21,8 @@ std::string plainComment( std::initializer_list< std::string_view > texts );
 /// become too wide: then `comment` goes before it.
 std::string trailingComment( std::string_view declaration, std::string_view text );
 
-/// Documentation up to the end of its first sentence: where the next one does not go on with a small
-/// letter, as behind "i.e.", or else with the first paragraph.
+/// Documentation up to the end of its first sentence: where the next one does not go on with a
+/// small letter, as behind "i.e.", or else with the first paragraph.
 std::string_view firstSentence( std::string_view documentation );
 
 /// The bounds of a value as a reader of the type needs them: "low (1) to top (10)".

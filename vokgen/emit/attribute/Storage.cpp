@@ -171,9 +171,11 @@ std::string checkedBy( const Attribute & attribute )
 
 std::string reflectedOps( const Attribute & attribute )
 {
-   return attribute.builtFrom ? "&Vok::Detail::narrowedOps< &" + qualifiedCheck( attribute ) + ", " +
-               attribute.type.cppName + " >"
-                              : valueOps( attribute.type.cppName );
+   if ( !attribute.builtFrom ) {
+      return valueOps( attribute.type.cppName );
+   }
+   return "&Vok::Detail::narrowedOps< &" + qualifiedCheck( attribute ) + ", " +
+         attribute.type.cppName + " >";
 }
 
 } // namespace VokGen
