@@ -1,4 +1,5 @@
-// Random changes of a tree of the test module.
+// Random changes of a tree of the test module. Two draws never stand in one list of call arguments,
+// whose order is the compiler's: a seed means the same changes everywhere.
 #include "tests/Vok/RandomTree.h"
 
 #include <vector>
@@ -67,8 +68,8 @@ Test::Narrow RandomTree::narrow()
 
 Test::Pair RandomTree::pair()
 {
-   return Test::Pair( random_.below( 6 ), text(), colour(), Test::Level( 1 + random_.below( 10 ) ),
-         random_.oneIn( 2 ), Vok::Seconds( random_.below( 3 ) / 4.0 ) );
+   return Test::Pair{ random_.below( 6 ), text(), colour(), Test::Level( 1 + random_.below( 10 ) ),
+      random_.oneIn( 2 ), Vok::Seconds( random_.below( 3 ) / 4.0 ) };
 }
 
 void RandomTree::changeScalar()
@@ -103,8 +104,10 @@ void RandomTree::changeValue()
       return root_.borrowedIs( narrow() );
    case 2:
       return root_.pairIs( pair() );
-   case 3:
-      return root_.paint( random_.oneIn( 2 ), random_.oneIn( 2 ), random_.oneIn( 2 ) );
+   case 3: {
+      const std::uint32_t drawn = random_.below( 8 );
+      return root_.paint( ( drawn & 1 ) != 0, ( drawn & 2 ) != 0, ( drawn & 4 ) != 0 );
+   }
    case 4:
       return root_.endIs(
             random_.oneIn( 2 ) ? Corvo::Duration::infinity() : Corvo::Duration( 2.5 ) );
@@ -113,7 +116,8 @@ void RandomTree::changeValue()
    default: {
       Test::Recipe recipe( narrow() );
       for ( std::uint32_t i = random_.below( 3 ); i != 0; --i ) {
-         recipe.stepIs( random_.below( 9 ), pair() );
+         const std::uint32_t step = random_.below( 9 );
+         recipe.stepIs( step, pair() );
       }
       return root_.recipeIs( recipe );
    }
@@ -151,14 +155,16 @@ void RandomTree::changeMap()
    case 2:
       root_.namesDel( key );
       return;
-   case 3:
-      return root_.byNameIs( name(), pair() );
+   case 3: {
+      const Corvo::String named = name();
+      return root_.byNameIs( named, pair() );
+   }
    case 4:
       root_.byNameDel( name() );
       return;
    case 5:
       return root_.plainsIs(
-            Test::Plain( colour(), random_.word(), static_cast< std::uint8_t >( key ), 0.25 ) );
+            Test::Plain{ colour(), random_.word(), static_cast< std::uint8_t >( key ), 0.25 } );
    case 6: {
       Test::Recipe recipe( narrow() );
       recipe.stepIs( key, pair() );
@@ -238,10 +244,12 @@ void RandomTree::changeTree( Test::Tree & tree )
          tree.groupsIs( name(), 5 );
       }
       return changeGroup( *tree.groups( 5 ) );
-   case 5:
-      tree.slotsIs( Test::Label( name() ), static_cast< std::uint16_t >( random_.below( 4 ) ) )
+   case 5: {
+      const Test::Label label( name() );
+      tree.slotsIs( label, static_cast< std::uint16_t >( random_.below( 4 ) ) )
             ->colourIs( colour() );
       return;
+   }
    case 6:
       return tree.hostsIs( name() )->activeIs( random_.oneIn( 2 ) );
    default:
@@ -269,9 +277,11 @@ void RandomTree::changeChildren()
             root_.groups( seqno ) ? root_.groups( seqno ) : root_.groupsIs( name(), seqno );
       return changeGroup( *group );
    }
-   case 5:
-      root_.slotsIs( Test::Label( name() ), static_cast< std::uint16_t >( random_.below( 300 ) ) );
+   case 5: {
+      const Test::Label label( name() );
+      root_.slotsIs( label, static_cast< std::uint16_t >( random_.below( 300 ) ) );
       return;
+   }
    case 6:
       root_.slotsDel( Test::Label( name() ) );
       return;

@@ -103,7 +103,7 @@ TEST( StreamSchemaTest, anUnknownAttributeOfEachKindIsPassedOverAndNamed )
 {
    Source source;
    Random random( 11 );
-   RandomTree( *source.root, random ).changes( 300 );
+   RandomTree( *source.root, random ).changes( 1500 );
    // What they refer to would be gone with the collection that has it.
    source.root->bindingsDelAll();
    source.root->leafRefsDelAll();
@@ -130,7 +130,7 @@ TEST( StreamSchemaTest, anUnknownAttributeOfEachKindIsPassedOverAndNamed )
       }
       EXPECT_EQ( replica.reader.passedOver(), expected ) << name;
    }
-   EXPECT_GT( passed, 25U );
+   EXPECT_GE( passed, 25U );
 }
 
 TEST( StreamSchemaTest, whatIsPassedOverIsSaidOfTheLastBatchOnly )
