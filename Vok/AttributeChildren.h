@@ -70,7 +70,7 @@ template< class Map > auto childDel( Entity & owner, AttrId id, Map & map, typen
 template< class Map > void leaveAll( Map & map ) noexcept
 {
    for ( typename Map::Cursor cursor( map ); !cursor.atEnd(); cursor.next() ) {
-      Detail::EntityAccess::leave( *cursor.node()->child );
+      Detail::EntityAccess::leave( *( *cursor ).child );
    }
 }
 

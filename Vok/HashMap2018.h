@@ -71,14 +71,14 @@
 
 namespace Vok {
 
-// A hash map of nodes (MapNodes.h). `Key` is the node's key; a Query is what it is looked up by: a
-// std::string_view for Corvo::String, else `const Key &` (see Detail::KeyHash, which has to be
-// specialised for the key). The `==` and the hash of a key, and a node's move, do not throw.
-//
-// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
-// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
-// An operation that throws (std::bad_alloc, or what a key's or a value's copy, or the maker of a
-// node, throws) leaves the map as it was.
+/// A hash map of nodes (MapNodes.h). `Key` is the node's key; a Query is what it is looked up by: a
+/// std::string_view for Corvo::String, else `const Key &` (see Detail::KeyHash, which has to be
+/// specialised for the key). The `==` and the hash of a key, and a node's move, do not throw.
+///
+/// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
+/// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
+/// An operation that throws (std::bad_alloc, or what a key's or a value's copy, or the maker of a
+/// node, throws) leaves the map as it was.
 template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
    using Table = Detail::HashTable< NodeType >;
 
@@ -89,33 +89,33 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
    using Query = Detail::KeyQuery< Key >;
    static_assert( std::is_same_v< Key, typename Node::Key > );
 
-   // One iteration: `for ( Cursor c( map ); !c.atEnd(); c.next() )`. The map may be changed in any
-   // way meanwhile, by other iterations too: every node that stays is seen exactly once, one that
-   // is inserted meanwhile at most once, one that is deleted not again. Whatever ends the map or
-   // clears it ends the iteration; moving or swapping a map takes its iterations along. Copying a
-   // cursor makes a second iteration from the same place. A cursor that lives on makes changes of
-   // the map slower, so keep none longer than the loop.
+   /// One iteration: `for ( Cursor c( map ); !c.atEnd(); c.next() )`. The map may be changed in any
+   /// way meanwhile, by other iterations too: every node that stays is seen exactly once, one that
+   /// is inserted meanwhile at most once, one that is deleted not again. Whatever ends the map or
+   /// clears it ends the iteration; moving or swapping a map takes its iterations along. Copying a
+   /// cursor makes a second iteration from the same place. A cursor that lives on makes changes of
+   /// the map slower, so keep none longer than the loop.
    class Cursor {
     public:
-      // Stands on the first node; allocates nothing.
+      /// Stands on the first node; allocates nothing.
       explicit Cursor( const HashMap2018 & map ) noexcept : cursor_( map.table_ ) {}
-      // The node on which the cursor stands, until the map is changed; null at the end, and where
-      // that node has been deleted.
+      /// The node on which the cursor stands, until the map is changed; null at the end, and where
+      /// that node has been deleted.
       const Node * node() const noexcept { return cursor_.node(); }
-      // The same where it is known that there is one.
+      /// The same where it is known that there is one.
       const Node & operator*() const noexcept { return *cursor_; }
-      // Whether the iteration is over.
+      /// Whether the iteration is over.
       bool atEnd() const noexcept { return cursor_.atEnd(); }
-      // Goes to the next node, also from one that has been deleted.
+      /// Goes to the next node, also from one that has been deleted.
       void next() noexcept { cursor_.next(); }
 
     private:
       typename Table::Cursor cursor_;
    };
 
-   // An empty map; allocates nothing.
+   /// An empty map; allocates nothing.
    HashMap2018() noexcept = default;
-   // A copy has room for as many nodes as the original, up to twice its size. Linear.
+   /// A copy has room for as many nodes as the original, up to twice its size. Linear.
    HashMap2018( const HashMap2018 & ) = default;
    HashMap2018( HashMap2018 && ) noexcept = default;
    HashMap2018 & operator=( const HashMap2018 & ) = default;
@@ -127,31 +127,31 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
 
    std::size_t size() const noexcept { return table_.size(); }
    bool empty() const noexcept { return size() == 0; }
-   // The size up to which nothing is allocated.
+   /// The size up to which nothing is allocated.
    std::size_t capacity() const noexcept { return table_.capacity(); }
 
-   // The node of a key, or null. Its key must not be changed.
+   /// The node of a key, or null. Its key must not be changed.
    Node * find( Query query ) noexcept { return table_.find( query ); }
    const Node * find( Query query ) const noexcept { return table_.find( query ); }
    bool contains( Query query ) const noexcept { return table_.find( query ) != nullptr; }
 
-   // The node of a key and false; where there is none, inserts the node that `make()` returns,
-   // which has that key, and returns it and true. `make` is called only then, once, before anything
-   // in the map moves, and does not change the map. The key is hashed once.
+   /// The node of a key and false; where there is none, inserts the node that `make()` returns,
+   /// which has that key, and returns it and true. `make` is called only then, once, before anything
+   /// in the map moves, and does not change the map. The key is hashed once.
    template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       return table_.findOrInsert( query, std::forward< Make >( make ) );
    }
 
-   // Removes the node of a key and returns it, moved out; nothing where there is none. The memory
-   // stays for later insertions.
+   /// Removes the node of a key and returns it, moved out; nothing where there is none. The memory
+   /// stays for later insertions.
    std::optional< Node > take( Query query ) noexcept { return table_.take( query ); }
 
-   // Deletes all nodes and gives all memory back.
+   /// Deletes all nodes and gives all memory back.
    void clear() noexcept { table_.clear(); }
 
-   // Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
-   // does.
+   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
+   /// does.
    void reserve( std::size_t size ) { table_.reserve( size ); }
 
  private:

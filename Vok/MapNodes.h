@@ -18,7 +18,7 @@ template< class T > class Ptr;
 
 namespace Vok {
 
-// The key stands beside the value.
+/// The key stands beside the value.
 template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
    using Key = K;
    static constexpr std::uint32_t hashConstant = constant;
@@ -29,7 +29,7 @@ template< class K, class V, std::uint32_t constant = 0 > struct MapNode {
    const K & fwkKey() const noexcept { return key; }
 };
 
-// A member of a set is its own key.
+/// A member of a set is its own key.
 template< class K, std::uint32_t constant = 0 > struct SetNode {
    using Key = K;
    static constexpr std::uint32_t hashConstant = constant;
@@ -39,7 +39,7 @@ template< class K, std::uint32_t constant = 0 > struct SetNode {
    const K & fwkKey() const noexcept { return key; }
 };
 
-// The key is read out of the value: KeyFunktor()( value ).
+/// The key is read out of the value: KeyFunktor()( value ).
 template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const V & > >;
    static constexpr std::uint32_t hashConstant = constant;
@@ -49,8 +49,8 @@ template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNo
    static decltype( auto ) keyOf( const V & of ) noexcept { return KeyFunktor()( of ); }
    decltype( auto ) fwkKey() const noexcept { return keyOf( value ); }
 
-   // Puts `newValue` in the place of the value and returns the value before. The two have the same
-   // key; a process that breaks this is ended by assertion.
+   /// Puts `newValue` in the place of the value and returns the value before. The two have the same
+   /// key; a process that breaks this is ended by assertion.
    V valueIs( V newValue )
    {
       if ( !( fwkKey() == KeyFunktor()( newValue ) ) ) {
@@ -61,8 +61,8 @@ template< class V, class KeyFunktor, std::uint32_t constant = 0 > struct KeyedNo
    }
 };
 
-// The member is an entity, held by a counted pointer that is not null; the key is read out of the
-// entity, where it never changes: KeyFunktor()( *child ).
+/// The member is an entity, held by a counted pointer that is not null; the key is read out of the
+/// entity, where it never changes: KeyFunktor()( *child ).
 template< class T, class KeyFunktor, std::uint32_t constant = 0, class Pointer = Corvo::Ptr< T > >
 struct ChildNode {
    using Key = std::remove_cvref_t< std::invoke_result_t< KeyFunktor, const T & > >;
@@ -73,7 +73,7 @@ struct ChildNode {
    static decltype( auto ) keyOf( const T & of ) noexcept { return KeyFunktor()( of ); }
    decltype( auto ) fwkKey() const noexcept { return keyOf( *child ); }
 
-   // Puts `newChild` in the place of the child, under the same key, and returns the one before.
+   /// Puts `newChild` in the place of the child, under the same key, and returns the one before.
    Pointer childIs( Pointer newChild )
    {
       if ( !( fwkKey() == KeyFunktor()( *newChild ) ) ) {
@@ -100,7 +100,7 @@ template< class T, class KeyFunktor, std::uint32_t constant, class Pointer >
 inline constexpr bool relocatable< ChildNode< T, KeyFunktor, constant, Pointer > > =
       relocatable< Pointer >;
 
-// A counted pointer is an address and nothing else.
+/// A counted pointer is an address and nothing else.
 template< class T > inline constexpr bool relocatable< Corvo::Ptr< T > > = true;
 
 } // namespace Detail

@@ -49,14 +49,14 @@
 
 namespace Vok {
 
-// A map of nodes (MapNodes.h) in ascending order of their keys, by `<`. `Key` is the node's key; a
-// Query is what it is looked up by, as in HashMap2018. The `<` and the copying of keys, and a
-// node's move, do not throw.
-//
-// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
-// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
-// An operation that throws (std::bad_alloc, or what a value's copy or the maker of a node throws)
-// leaves the map as it was. Lookup, insertion and deletion cost O( log size ).
+/// A map of nodes (MapNodes.h) in ascending order of their keys, by `<`. `Key` is the node's key; a
+/// Query is what it is looked up by, as in HashMap2018. The `<` and the copying of keys, and a
+/// node's move, do not throw.
+///
+/// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
+/// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
+/// An operation that throws (std::bad_alloc, or what a value's copy or the maker of a node throws)
+/// leaves the map as it was. Lookup, insertion and deletion cost O( log size ).
 template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    using Tree = Detail::BTree< NodeType >;
 
@@ -67,27 +67,27 @@ template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    using Query = Detail::KeyQuery< Key >;
    static_assert( std::is_same_v< Key, typename Node::Key > );
 
-   // One iteration, in ascending order of keys. All that is said of HashMap2018's cursors holds; a
-   // node that is inserted meanwhile is seen where its key is after that of the cursor.
+   /// One iteration, in ascending order of keys. All that is said of HashMap2018's cursors holds; a
+   /// node that is inserted meanwhile is seen where its key is after that of the cursor.
    class Cursor {
     public:
-      // Stands on the first node; allocates nothing.
+      /// Stands on the first node; allocates nothing.
       explicit Cursor( const OrderedMap & map ) noexcept : cursor_( map.tree_ ) {}
-      // The node on which the cursor stands, until the map is changed; null at the end, and where
-      // that node has been deleted.
+      /// The node on which the cursor stands, until the map is changed; null at the end, and where
+      /// that node has been deleted.
       const Node * node() const noexcept { return cursor_.node(); }
-      // The same where it is known that there is one.
+      /// The same where it is known that there is one.
       const Node & operator*() const noexcept { return *cursor_; }
-      // Whether the iteration is over.
+      /// Whether the iteration is over.
       bool atEnd() const noexcept { return cursor_.atEnd(); }
-      // Goes to the next node, also from one that has been deleted.
+      /// Goes to the next node, also from one that has been deleted.
       void next() noexcept { cursor_.next(); }
 
     private:
       typename Tree::Cursor cursor_;
    };
 
-   // An empty map; allocates nothing.
+   /// An empty map; allocates nothing.
    OrderedMap() noexcept = default;
    OrderedMap( const OrderedMap & ) = default;
    OrderedMap( OrderedMap && ) noexcept = default;
@@ -101,28 +101,28 @@ template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    std::size_t size() const noexcept { return tree_.size(); }
    bool empty() const noexcept { return size() == 0; }
 
-   // The node of a key, or null. Its key must not be changed.
+   /// The node of a key, or null. Its key must not be changed.
    Node * find( Query query ) noexcept { return tree_.find( query ); }
    const Node * find( Query query ) const noexcept { return tree_.find( query ); }
    bool contains( Query query ) const noexcept { return tree_.find( query ) != nullptr; }
 
-   // The node of a key and false; where there is none, inserts the node that `make()` returns,
-   // which has that key, and returns it and true. `make` is called only then, once, before anything
-   // in the map moves, and does not change the map.
+   /// The node of a key and false; where there is none, inserts the node that `make()` returns,
+   /// which has that key, and returns it and true. `make` is called only then, once, before anything
+   /// in the map moves, and does not change the map.
    template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       return tree_.findOrInsert( query, std::forward< Make >( make ) );
    }
 
-   // Removes the node of a key and returns it, moved out; nothing where there is none. The memory
-   // stays for later insertions.
+   /// Removes the node of a key and returns it, moved out; nothing where there is none. The memory
+   /// stays for later insertions.
    std::optional< Node > take( Query query ) noexcept { return tree_.take( query ); }
 
-   // Deletes all nodes and gives all memory back.
+   /// Deletes all nodes and gives all memory back.
    void clear() noexcept { tree_.clear(); }
 
-   // Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
-   // does.
+   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
+   /// does.
    void reserve( std::size_t size ) { tree_.reserve( size ); }
 
  private:

@@ -22,29 +22,29 @@ namespace Corvo {
 
 class String;
 
-// What a String is compared with as it stands: literals, std::string, std::string_view.
+/// What a String is compared with as it stands: literals, std::string, std::string_view.
 template< class Text >
 concept TextBesideString =
       std::convertible_to< const Text &, std::string_view > && !std::same_as< Text, String > &&
       !std::same_as< Text, std::nullptr_t >;
 
-// An immutable byte string; a new text is a new String. It may hold any bytes, NUL included, and is
-// compared and ordered byte by byte as unsigned bytes.
-//
-// Up to 15 bytes stand in the object itself. A longer text stands in one heap block that all copies
-// share and the last of them frees; copies may live in several threads. Copying, moving and
-// swapping never throw and cost a few instructions; a moved-from String is empty. Building one from
-// a text throws std::bad_alloc when memory runs out, and std::length_error above maxSize().
-//
-// data(), c_str(), view() and references into them hold until this String is assigned to, moved
-// from or destroyed.
+/// An immutable byte string; a new text is a new String. It may hold any bytes, NUL included, and is
+/// compared and ordered byte by byte as unsigned bytes.
+///
+/// Up to 15 bytes stand in the object itself. A longer text stands in one heap block that all copies
+/// share and the last of them frees; copies may live in several threads. Copying, moving and
+/// swapping never throw and cost a few instructions; a moved-from String is empty. Building one from
+/// a text throws std::bad_alloc when memory runs out, and std::length_error above maxSize().
+///
+/// data(), c_str(), view() and references into them hold until this String is assigned to, moved
+/// from or destroyed.
 class VOK_EXPORT String {
  public:
-   // The empty text.
+   /// The empty text.
    constexpr String() noexcept : word_{ 0, packed( 0, inPlace ) } {}
-   // The text up to the first NUL; `text` is not null.
+   /// The text up to the first NUL; `text` is not null.
    String( const char * text ) : String( std::string_view( text ) ) {}
-   // All bytes of `text`.
+   /// All bytes of `text`.
    String( std::string_view text ) : String()
    {
       if ( text.size() <= inPlace ) {
@@ -98,7 +98,7 @@ class VOK_EXPORT String {
       return unused <= inPlace ? inPlace - unused : sharedSize();
    }
    bool empty() const noexcept { return word_[ 1 ] == packed( 0, inPlace ); }
-   // The bytes, followed by a NUL.
+   /// The bytes, followed by a NUL.
    const char * data() const noexcept { return isShared() ? sharedBytes() : bytes(); }
    const char * c_str() const noexcept { return data(); }
    std::string_view view() const noexcept
@@ -109,7 +109,7 @@ class VOK_EXPORT String {
    operator std::string_view() const noexcept { return view(); }
    explicit operator std::string() const { return std::string( view() ); }
 
-   // The longest text that a String can hold.
+   /// The longest text that a String can hold.
    static constexpr std::size_t maxSize() noexcept { return ( std::size_t{ 1 } << 48 ) - 1; }
 
    friend bool operator==( const String & a, const String & b ) noexcept
@@ -139,14 +139,14 @@ class VOK_EXPORT String {
    }
 
  private:
-   // Sixteen bytes in two words. The last byte is the tag. In place it holds how many of the 15
-   // bytes before it are unused, so that it is the NUL behind a text of 15, and the unused ones are
-   // zero, so that equal texts are equal words. Of a shared text, the first word is the block's
-   // address and the second its size beside the tag.
+   /// Sixteen bytes in two words. The last byte is the tag. In place it holds how many of the 15
+   /// bytes before it are unused, so that it is the NUL behind a text of 15, and the unused ones are
+   /// zero, so that equal texts are equal words. Of a shared text, the first word is the block's
+   /// address and the second its size beside the tag.
    static constexpr std::size_t inPlace = 15;
    static constexpr std::size_t sharedTag = 255;
 
-   // What stands before the bytes of a shared text.
+   /// What stands before the bytes of a shared text.
    struct Block {
       std::atomic< std::uint32_t > count; // 2^32 references would fill 64 GiB
    };
@@ -191,7 +191,7 @@ VOK_EXPORT std::ostream & operator<<( std::ostream & out, const String & text );
 
 } // namespace Corvo
 
-// Agrees with the hash of the std::string_view, and takes one (or a literal) in its stead.
+/// Agrees with the hash of the std::string_view, and takes one (or a literal) in its stead.
 template<> struct std::hash< Corvo::String > {
    using is_transparent = void;
    std::size_t operator()( std::string_view text ) const noexcept

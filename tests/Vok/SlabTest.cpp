@@ -2,6 +2,7 @@
 #include "Vok/detail/Slab.h"
 
 #include "tests/support/Random.h"
+#include "tests/support/Sanitizers.h"
 
 #include <gtest/gtest.h>
 
@@ -173,9 +174,18 @@ TEST( SlabTest, SeveralThreadsAllocateAndFreeWhatOthersAllocated )
    EXPECT_EQ( slabsHeld( size ), 1u );
 }
 
-#ifdef __SANITIZE_ADDRESS__
+// What the address sanitizer sees.
+class SlabDeathTest : public testing::Test {
+ protected:
+   void SetUp() override
+   {
+      if ( !TestSupport::underAddressSanitizer ) {
+         GTEST_SKIP();
+      }
+   }
+};
 
-TEST( SlabDeathTest, TheSanitizerSeesUseAfterFree )
+TEST_F( SlabDeathTest, TheSanitizerSeesUseAfterFree )
 {
    EXPECT_DEATH(
          {
@@ -186,7 +196,7 @@ TEST( SlabDeathTest, TheSanitizerSeesUseAfterFree )
          "use-after-poison" );
 }
 
-TEST( SlabDeathTest, TheSanitizerSeesUseBeyondTheEnd )
+TEST_F( SlabDeathTest, TheSanitizerSeesUseBeyondTheEnd )
 {
    EXPECT_DEATH(
          {
@@ -196,7 +206,7 @@ TEST( SlabDeathTest, TheSanitizerSeesUseBeyondTheEnd )
          "use-after-poison" );
 }
 
-TEST( SlabDeathTest, ADoubleFreeEndsTheProcess )
+TEST_F( SlabDeathTest, ADoubleFreeEndsTheProcess )
 {
    EXPECT_DEATH(
          {
@@ -206,7 +216,5 @@ TEST( SlabDeathTest, ADoubleFreeEndsTheProcess )
          },
          "memory is freed that is not in use" );
 }
-
-#endif
 
 } // namespace
