@@ -93,6 +93,18 @@ function( flowtracking_target name )
    endif()
 endfunction()
 
+# flowtracking_precompile( <name> <header>... ): headers that most files of a target include are
+# parsed once, but not where g++ 12 optimises: of precompiled headers it forgets that they are the
+# system's, and warns of what it imagines in std::string. There every file shows that it includes
+# what it uses.
+function( flowtracking_precompile name )
+   if( CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13
+         AND NOT CMAKE_BUILD_TYPE STREQUAL Debug )
+      return()
+   endif()
+   target_precompile_headers( ${name} PRIVATE ${ARGN} )
+endfunction()
+
 # A shared library that other programs install: versioned, found beside the libraries that it
 # needs, never unloaded (its modules stay registered), complete at link time. `map` says which of
 # its visible symbols it offers.
