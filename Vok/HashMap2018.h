@@ -76,9 +76,9 @@ namespace Vok {
 /// specialised for the key). The `==` and the hash of a key, and a node's move, do not throw.
 ///
 /// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
-/// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
-/// An operation that throws (std::bad_alloc, or what a key's or a value's copy, or the maker of a
-/// node, throws) leaves the map as it was.
+/// reference to a node, but for the cursors. Arguments may lie inside the map that the call
+/// changes. An operation that throws (std::bad_alloc, or what a key's or a value's copy, or the
+/// maker of a node, throws) leaves the map as it was.
 template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
    using Table = Detail::HashTable< NodeType >;
 
@@ -136,8 +136,8 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
    bool contains( Query query ) const noexcept { return table_.find( query ) != nullptr; }
 
    /// The node of a key and false; where there is none, inserts the node that `make()` returns,
-   /// which has that key, and returns it and true. `make` is called only then, once, before anything
-   /// in the map moves, and does not change the map. The key is hashed once.
+   /// which has that key, and returns it and true. `make` is called only then, once, before
+   /// anything in the map moves, and does not change the map. The key is hashed once.
    template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       return table_.findOrInsert( query, std::forward< Make >( make ) );
@@ -150,8 +150,8 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
    /// Deletes all nodes and gives all memory back.
    void clear() noexcept { table_.clear(); }
 
-   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
-   /// does.
+   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its
+   /// maker does.
    void reserve( std::size_t size ) { table_.reserve( size ); }
 
  private:

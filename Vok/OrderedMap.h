@@ -54,9 +54,9 @@ namespace Vok {
 /// node's move, do not throw.
 ///
 /// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
-/// reference to a node, but for the cursors. Arguments may lie inside the map that the call changes.
-/// An operation that throws (std::bad_alloc, or what a value's copy or the maker of a node throws)
-/// leaves the map as it was. Lookup, insertion and deletion cost O( log size ).
+/// reference to a node, but for the cursors. Arguments may lie inside the map that the call
+/// changes. An operation that throws (std::bad_alloc, or what a value's copy or the maker of a node
+/// throws) leaves the map as it was. Lookup, insertion and deletion cost O( log size ).
 template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    using Tree = Detail::BTree< NodeType >;
 
@@ -107,8 +107,8 @@ template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    bool contains( Query query ) const noexcept { return tree_.find( query ) != nullptr; }
 
    /// The node of a key and false; where there is none, inserts the node that `make()` returns,
-   /// which has that key, and returns it and true. `make` is called only then, once, before anything
-   /// in the map moves, and does not change the map.
+   /// which has that key, and returns it and true. `make` is called only then, once, before
+   /// anything in the map moves, and does not change the map.
    template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       return tree_.findOrInsert( query, std::forward< Make >( make ) );
@@ -121,8 +121,8 @@ template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    /// Deletes all nodes and gives all memory back.
    void clear() noexcept { tree_.clear(); }
 
-   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its maker
-   /// does.
+   /// Makes room: until the size exceeds `size`, no insertion allocates, nor throws unless its
+   /// maker does.
    void reserve( std::size_t size ) { tree_.reserve( size ); }
 
  private:

@@ -28,13 +28,13 @@ concept TextBesideString =
       std::convertible_to< const Text &, std::string_view > && !std::same_as< Text, String > &&
       !std::same_as< Text, std::nullptr_t >;
 
-/// An immutable byte string; a new text is a new String. It may hold any bytes, NUL included, and is
-/// compared and ordered byte by byte as unsigned bytes.
+/// An immutable byte string; a new text is a new String. It may hold any bytes, NUL included, and
+/// is compared and ordered byte by byte as unsigned bytes.
 ///
-/// Up to 15 bytes stand in the object itself. A longer text stands in one heap block that all copies
-/// share and the last of them frees; copies may live in several threads. Copying, moving and
-/// swapping never throw and cost a few instructions; a moved-from String is empty. Building one from
-/// a text throws std::bad_alloc when memory runs out, and std::length_error above maxSize().
+/// Up to 15 bytes stand in the object itself. A longer text stands in one heap block that all
+/// copies share and the last of them frees; copies may live in several threads. Copying, moving and
+/// swapping never throw and cost a few instructions; a moved-from String is empty. Building one
+/// from a text throws std::bad_alloc when memory runs out, and std::length_error above maxSize().
 ///
 /// data(), c_str(), view() and references into them hold until this String is assigned to, moved
 /// from or destroyed.
@@ -140,9 +140,9 @@ class VOK_EXPORT String {
 
  private:
    /// Sixteen bytes in two words. The last byte is the tag. In place it holds how many of the 15
-   /// bytes before it are unused, so that it is the NUL behind a text of 15, and the unused ones are
-   /// zero, so that equal texts are equal words. Of a shared text, the first word is the block's
-   /// address and the second its size beside the tag.
+   /// bytes before it are unused, so that it is the NUL behind a text of 15, and the unused ones
+   /// are zero, so that equal texts are equal words. Of a shared text, the first word is the
+   /// block's address and the second its size beside the tag.
    static constexpr std::size_t inPlace = 15;
    static constexpr std::size_t sharedTag = 255;
 
