@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -14,6 +15,20 @@ namespace {
 std::atomic< std::size_t > heldBytes{ 0 };
 std::atomic< std::size_t > peakBytes{ 0 };
 std::atomic< std::size_t > mostBytes{ std::numeric_limits< std::size_t >::max() };
+
+// How many allocations are still good; less than zero once one has failed.
+constexpr std::int64_t allGood = std::numeric_limits< std::int64_t >::max();
+std::atomic< std::int64_t > goodOnes{ allGood };
+std::atomic< bool > failsForGood{ false };
+
+bool isToFail() noexcept
+{
+   if ( goodOnes == allGood ) {
+      return false;
+   }
+   const std::int64_t left = --goodOnes;
+   return left == -1 || ( left < -1 && failsForGood );
+}
 
 void give( void * memory ) noexcept
 {
@@ -29,7 +44,7 @@ void * counted( void * memory )
       throw std::bad_alloc();
    }
    const std::size_t now = heldBytes += malloc_usable_size( memory );
-   if ( now > mostBytes ) {
+   if ( now > mostBytes || isToFail() ) {
       give( memory );
       throw std::bad_alloc();
    }
@@ -88,6 +103,22 @@ HeapLimit::HeapLimit( std::size_t more )
 HeapLimit::~HeapLimit()
 {
    mostBytes = std::numeric_limits< std::size_t >::max();
+}
+
+HeapFault::HeapFault( std::size_t nth, Lasts lasts )
+{
+   failsForGood = lasts == Lasts::forGood;
+   goodOnes = static_cast< std::int64_t >( nth ) - 1;
+}
+
+HeapFault::~HeapFault()
+{
+   goodOnes = allGood;
+}
+
+bool HeapFault::struck() const
+{
+   return goodOnes < 0;
 }
 
 } // namespace TestSupport

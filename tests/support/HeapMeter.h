@@ -1,5 +1,5 @@
-// Measures the heap, how many bytes a piece of code held at most, and lets it run out. Linking
-// HeapMeter.cpp replaces the global operator new and delete of the test program.
+// Measures the heap, how many bytes a piece of code held at most, and lets it run out or fail once.
+// Linking HeapMeter.cpp replaces the global operator new and delete of the test program.
 #pragma once
 
 #include <cstddef>
@@ -31,6 +31,22 @@ class HeapLimit {
 
    HeapLimit( const HeapLimit & ) = delete;
    HeapLimit & operator=( const HeapLimit & ) = delete;
+};
+
+/// While it lives, one allocation throws std::bad_alloc, or one and all that follow. One at a time.
+class HeapFault {
+ public:
+   enum class Lasts { once, forGood };
+
+   /// The `nth` allocation from now on fails; 1 is the next one.
+   explicit HeapFault( std::size_t nth, Lasts lasts = Lasts::once );
+   ~HeapFault();
+
+   HeapFault( const HeapFault & ) = delete;
+   HeapFault & operator=( const HeapFault & ) = delete;
+
+   /// Whether there was an nth allocation.
+   bool struck() const;
 };
 
 } // namespace TestSupport

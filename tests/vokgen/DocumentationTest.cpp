@@ -1,4 +1,4 @@
-// docs/language.md says what is so: its examples compile, its errors are printed.
+// The pages on definition files say what is so: their examples compile, their errors are printed.
 #include "tests/vokgen/ExpectedText.h"
 #include "vokgen/Compiler.h"
 
@@ -48,6 +48,16 @@ TEST( LanguagePage, errorsArePrintedLikeThat )
                "   beds : u32 = 0;                             /// again\n}\n}\n",
          {} );
    EXPECT_EQ( made.errors, shown );
+}
+
+TEST( ContributingPage, theModuleCompiles )
+{
+   const auto root = testFolder() / "../..";
+   const std::string text = blocks( readFile( root / "docs/contributing.md" ), "```vok" ).at( 0 );
+   const VokGen::Compilation made =
+         VokGen::compileText( "PortLabels.vok", text, { ( root / "Platform" ).string() } );
+   EXPECT_EQ( made.errors, "" );
+   EXPECT_NE( made.module, nullptr );
 }
 
 } // namespace
