@@ -36,7 +36,10 @@ class HeapLimit {
 /// While it lives, one allocation throws std::bad_alloc, or one and all that follow. One at a time.
 class HeapFault {
  public:
-   enum class Lasts { once, forGood };
+   enum class Lasts {
+      once,
+      forGood
+   };
 
    /// The `nth` allocation from now on fails; 1 is the next one.
    explicit HeapFault( std::size_t nth, Lasts lasts = Lasts::once );
