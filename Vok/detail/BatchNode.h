@@ -36,9 +36,9 @@ class BatchWriter::Node final : public FlowOutBase {
       outside = false;
       left = false;
       parent = nullptr;
-      firstChild = nullptr;
-      before = nullptr;
-      after = nullptr;
+      children = {};
+      links[ amongSiblings ] = {};
+      links[ amongLoose ] = {};
    }
 
    BatchWriter * writer;
@@ -49,14 +49,10 @@ class BatchWriter::Node final : public FlowOutBase {
    std::uint64_t references = 0; ///< written references that lead here
    bool outside = false; ///< no part of the tree
    bool left = false; ///< the reader has not been told that it is outside
-   bool inDirtyList = false;
 
    Node * parent = nullptr;
-   Node * firstChild = nullptr;
-   Node * before = nullptr;
-   Node * after = nullptr;
-   Node * dirtyBefore = nullptr;
-   Node * dirtyAfter = nullptr;
+   LinkedList< Node, amongSiblings > children;
+   ListLink< Node > links[ 3 ]; ///< among its siblings, the dirty and the loose
 
  protected:
    void publisherGone( Corvo::Publisher & publisher ) noexcept override;

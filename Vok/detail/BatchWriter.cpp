@@ -32,25 +32,15 @@ BatchWriter::Node::~Node()
 void BatchWriter::Node::adoptedBy( Node & above ) noexcept
 {
    parent = &above;
-   after = above.firstChild;
-   if ( after ) {
-      after->before = this;
-   }
-   above.firstChild = this;
+   above.children.push( *this );
 }
 
 void BatchWriter::Node::unlink() noexcept
 {
-   if ( !parent ) {
-      return;
+   if ( parent ) {
+      parent->children.remove( *this );
+      parent = nullptr;
    }
-   ( before ? before->after : parent->firstChild ) = after;
-   if ( after ) {
-      after->before = before;
-   }
-   parent = nullptr;
-   before = nullptr;
-   after = nullptr;
 }
 
 void BatchWriter::Node::onChange( const Corvo::Change & change )
@@ -65,9 +55,9 @@ void BatchWriter::Node::onChange( const Corvo::Change & change )
          if ( old && old->parent == this ) {
             owner.drop( *old );
          }
-      } else if ( const DirtyKeys * const keys = dirty().keys( index ); old &&
-                  old->references != 0 && !( keys && keys->contains( change.keyAddress() ) ) ) {
-         --old->references; // a reference that was written
+      } else if ( const DirtyKeys * const keys = dirty().keys( index );
+                  old && !( keys && keys->contains( change.keyAddress() ) ) ) {
+         owner.release( *old ); // a reference that was written
       }
    }
    try {
@@ -153,70 +143,63 @@ bool BatchWriter::belongs( const Entity & entity ) const noexcept
 void BatchWriter::drop( Node & top ) noexcept
 {
    top.unlink();
-   Node * pending = &top; // linked through `after`
-   while ( pending ) {
-      Node & node = *pending;
-      pending = node.after;
-      node.after = nullptr;
-      if ( node.references != 0 ) {
-         node.outside = true;
-         node.left = true;
-         keepOutside( node );
-         becameDirty( node );
+   LinkedList< Node, amongSiblings > gone;
+   gone.push( top );
+   while ( Node * const node = gone.first() ) {
+      gone.remove( *node );
+      if ( node->references != 0 ) {
+         node->outside = true;
+         node->left = true;
+         becameDirty( *node );
          continue;
       }
-      while ( Node * const child = node.firstChild ) {
+      while ( Node * const child = node->children.first() ) {
          child->unlink();
-         child->after = pending;
-         pending = child;
+         gone.push( *child );
       }
-      releaseReferences( node );
-      erase( node );
-   }
-}
-
-void BatchWriter::keepOutside( Node & node ) noexcept
-{
-   try {
-      outside_.push_back( &node );
-   } catch ( const std::bad_alloc & ) {
-      noteLost(); // the whole tree finds it again
+      releaseReferences( *node );
+      erase( *node );
    }
 }
 
 void BatchWriter::erase( Node & node ) noexcept
 {
-   while ( Node * const child = node.firstChild ) {
+   while ( Node * const child = node.children.first() ) {
       drop( *child );
    }
-   becameClean( node );
-   if ( node.outside ) {
-      std::erase( outside_, &node );
-   }
+   dirty_.remove( node );
+   loose_.remove( node );
    freeNumbers_.push_back( node.number ); // has room: see nodeOf
    nodes_.take( node.entity );
+}
+
+// A reference that was written does not lead to a node any more.
+void BatchWriter::release( Node & target ) noexcept
+{
+   if ( target.references != 0 && --target.references == 0 && target.outside ) {
+      loose_.push( target );
+   }
 }
 
 // The references that the node's entity was written with do not count any more.
 void BatchWriter::releaseReferences( Node & node ) noexcept
 {
-   const auto release = [ this ]( const Entity * target ) {
-      Node * const found = target ? find( *target ) : nullptr;
-      if ( found && found->references != 0 ) {
-         --found->references;
+   const auto releaseTarget = [ this ]( const Entity * target ) {
+      if ( Node * const found = target ? find( *target ) : nullptr ) {
+         release( *found );
       }
    };
    const auto attributes = node.entity->typeData().attributes();
    for ( std::size_t i = 0; i != attributes.size(); ++i ) {
       const AttributeRow & row = attributes[ i ].row();
       if ( row.reference ) {
-         release( referred( *node.entity, row ) );
+         releaseTarget( referred( *node.entity, row ) );
       } else if ( row.kind == AttributeKind::references ) {
          const DirtyKeys * const changed = node.changedKeys( i );
          row.collection->each( storageOf( *node.entity, row ),
                [ & ]( const void * key, const void * pointer ) {
                   if ( !changed || !changed->contains( key ) ) {
-                     release( row.collection->pointee( pointer ) );
+                     releaseTarget( row.collection->pointee( pointer ) );
                   }
                   return true;
                } );
@@ -226,32 +209,11 @@ void BatchWriter::releaseReferences( Node & node ) noexcept
 
 void BatchWriter::becameDirty( Node & node ) noexcept
 {
-   if ( node.inDirtyList ) {
-      return;
-   }
    const bool first = !hasChanges();
-   node.inDirtyList = true;
-   node.dirtyAfter = firstDirty_;
-   node.dirtyBefore = nullptr;
-   if ( firstDirty_ ) {
-      firstDirty_->dirtyBefore = &node;
-   }
-   firstDirty_ = &node;
+   dirty_.push( node );
    if ( first && onPending_ ) {
       onPending_();
    }
-}
-
-void BatchWriter::becameClean( Node & node ) noexcept
-{
-   if ( !node.inDirtyList ) {
-      return;
-   }
-   ( node.dirtyBefore ? node.dirtyBefore->dirtyAfter : firstDirty_ ) = node.dirtyAfter;
-   if ( node.dirtyAfter ) {
-      node.dirtyAfter->dirtyBefore = node.dirtyBefore;
-   }
-   node.inDirtyList = false;
 }
 
 // A change could not be noted: the next batch is the whole tree.
@@ -264,17 +226,13 @@ void BatchWriter::noteLost() noexcept
    }
 }
 
-// Nodes outside that no written reference leads to any more. Each round may free others.
-void BatchWriter::sweepOutside() noexcept
+// Nodes outside that no written reference leads to any more; one that goes may let others go.
+void BatchWriter::sweepLoose() noexcept
 {
-   for ( bool again = true; again; ) {
-      const auto loose = std::find_if( outside_.begin(), outside_.end(),
-            []( const Node * node ) { return node->references == 0; } );
-      again = loose != outside_.end();
-      if ( again ) {
-         Node & node = **loose;
-         outside_.erase( loose );
-         drop( node );
+   while ( Node * const node = loose_.first() ) {
+      loose_.remove( *node );
+      if ( node->references == 0 && node->outside ) {
+         drop( *node );
       }
    }
 }

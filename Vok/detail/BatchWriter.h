@@ -12,6 +12,7 @@
 #include "Vok/FlowOut.h"
 #include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
+#include "Vok/detail/LinkedList.h"
 #include "Vok/detail/StreamType.h"
 
 #include <cstddef>
@@ -29,7 +30,7 @@ class BatchWriter {
    BatchWriter & operator=( const BatchWriter & ) = delete;
    ~BatchWriter();
 
-   bool hasChanges() const noexcept { return whole_ || firstDirty_; }
+   bool hasChanges() const noexcept { return whole_ || dirty_.first(); }
    void write( NboAttrLog::Out & out );
    void resync() noexcept { whole_ = true; }
    void onPending( std::function< void() > f ) { onPending_ = std::move( f ); }
@@ -37,18 +38,24 @@ class BatchWriter {
  private:
    class Node;
 
+   // The lists that a node may stand in.
+   enum Links : std::size_t {
+      amongSiblings,
+      amongDirty,
+      amongLoose
+   };
+
    // Nodes.
    Node * find( const Entity & entity ) const noexcept;
    Node & nodeOf( const Entity & entity, Node * parent );
    bool belongs( const Entity & entity ) const noexcept;
    void drop( Node & top ) noexcept;
    void erase( Node & node ) noexcept;
-   void keepOutside( Node & node ) noexcept;
+   void release( Node & target ) noexcept;
    void releaseReferences( Node & node ) noexcept;
    void becameDirty( Node & node ) noexcept;
-   void becameClean( Node & node ) noexcept;
    void noteLost() noexcept;
-   void sweepOutside() noexcept;
+   void sweepLoose() noexcept;
 
    // Writing.
    void writeWhole();
@@ -78,8 +85,8 @@ class BatchWriter {
 
    using NodeEntry = MapNode< const Entity *, std::unique_ptr< Node > >;
    HashMap2018< NodeEntry, const Entity *, std::unique_ptr< Node > > nodes_;
-   Node * firstDirty_ = nullptr;
-   std::vector< Node * > outside_;
+   LinkedList< Node, amongDirty > dirty_; // those with something pending
+   LinkedList< Node, amongLoose > loose_; // those outside that a written reference led to
    std::uint64_t nextNumber_ = 0;
    std::vector< std::uint64_t > freeNumbers_;
 
@@ -88,6 +95,7 @@ class BatchWriter {
 
    NboAttrLog::Out body_;
    NboAttrLog::Out scratch_;
+   NboAttrLog::Out arguments_;
    std::vector< Node * > queue_; // nodes to be written whole
 };
 

@@ -59,20 +59,20 @@ void BatchWriter::write( NboAttrLog::Out & out )
       whole_ = true; // nodes may have been made and counted that no reader knows
       throw;
    }
-   while ( firstDirty_ ) {
-      firstDirty_->written();
-      becameClean( *firstDirty_ );
+   while ( Node * const node = dirty_.first() ) {
+      node->written();
+      dirty_.remove( *node );
    }
    whole_ = false;
    described_ = types_.size();
-   sweepOutside();
+   sweepLoose();
 }
 
 void BatchWriter::writeWhole()
 {
    types_.clear();
    described_ = 0;
-   outside_.clear();
+   loose_ = {};
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       cursor.node()->value->forget();
    }
@@ -91,7 +91,7 @@ void BatchWriter::writeWhole()
 
 void BatchWriter::writeChanges()
 {
-   for ( Node * node = firstDirty_; node; node = node->dirtyAfter ) {
+   for ( Node * node = dirty_.first(); node; node = dirty_.next( *node ) ) {
       writeChangesOf( *node );
    }
    writeQueue();
@@ -231,10 +231,7 @@ void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity 
       node.unlink();
       node.adoptedBy( parent );
    }
-   if ( node.outside ) {
-      node.outside = false;
-      std::erase( outside_, &node );
-   }
+   node.outside = false;
    if ( node.birth == 0 ) {
       node.birth = written_;
    }
@@ -249,19 +246,19 @@ void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity 
 
 void BatchWriter::writeArguments( const Entity & entity )
 {
-   NboAttrLog::Out args;
+   arguments_.clear();
    for ( const AttributeRow * row : types_[ typeIndex( entity.typeData() ) ]->arguments ) {
       if ( row->reference ) {
          const Entity * const target = referred( entity, *row );
-         args.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
+         arguments_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
       } else if ( row->identity && !row->fromName ) {
-         row->value->encode( args, &entity.name() );
+         row->value->encode( arguments_, &entity.name() );
       } else {
-         row->value->encode( args, storageOf( entity, *row ) );
+         row->value->encode( arguments_, storageOf( entity, *row ) );
       }
    }
-   body_.putVarint( args.size() );
-   body_.putBytes( args.data(), args.size() );
+   body_.putVarint( arguments_.size() );
+   body_.putBytes( arguments_.data(), arguments_.size() );
 }
 
 // The number of a referred entity. One of the tree that no batch has introduced is introduced by
@@ -274,7 +271,6 @@ std::uint64_t BatchWriter::referenceNumber( const Entity & target )
       node.known = written_;
       node.birth = node.birth == 0 ? written_ : node.birth;
       queue_.push_back( &node );
-      outside_.push_back( &node );
    }
    ++node.references;
    return node.number;
