@@ -3,6 +3,7 @@
 
 #include "tests/model/Everything.h"
 #include "tests/support/HeapMeter.h"
+#include "tests/support/Recorder.h"
 
 #include "Vok/Vok.h"
 #include "Vok/detail/Slab.h"
@@ -69,14 +70,6 @@ class FullSlabs {
    }
 
    std::vector< std::pair< void *, std::size_t > > taken_;
-};
-
-/// Counts what it hears, and allocates nothing for it.
-class Counter : public Corvo::Notifiee {
- public:
-   void onChange( const Corvo::Change & ) override { ++heard; }
-
-   std::size_t heard = 0;
 };
 
 /// How one run of an operation ended.

@@ -1,8 +1,9 @@
-// A notifiee that writes down what it hears.
+// Notifiees that write down or count what they hear.
 #pragma once
 
 #include "Vok/Vok.h"
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -44,5 +45,13 @@ class Recorder : public Corvo::Notifiee {
 };
 
 using Heard = std::vector< std::string >;
+
+/// Counts what it hears, and allocates nothing for it.
+class Counter : public Corvo::Notifiee {
+ public:
+   void onChange( const Corvo::Change & ) override { ++heard; }
+
+   std::size_t heard = 0;
+};
 
 } // namespace TestSupport
