@@ -46,10 +46,4 @@ void Impl::throwMutatorReinstVal( const Entity & entity, AttrId id, std::string_
    refuse( entity, id, argument, oldText.view(), newText.view() );
 }
 
-void Attribute::publish(
-      Entity & entity, AttrId id, Detail::AnyValue key, Detail::AnyValue oldValue )
-{
-   entity.publisher().publishChangeRecursive( Corvo::Change( entity, id, key, oldValue ) );
-}
-
 } // namespace Vok

@@ -35,9 +35,12 @@ namespace Impl {
 
 namespace Attribute {
 
-/// Tells the notifiees of an entity that have to be there.
-VOK_EXPORT void publish(
-      Entity & entity, AttrId id, Detail::AnyValue key, Detail::AnyValue oldValue );
+/// Tells the notifiees of an entity that have to be there. Inline, because the change is built
+/// where its parts are: handed through a call they would be put together in memory once more.
+inline void publish( Entity & entity, AttrId id, Detail::AnyValue key, Detail::AnyValue oldValue )
+{
+   entity.publisher().publishChangeRecursive( Corvo::Change( entity, id, key, oldValue ) );
+}
 
 /// Stores another value and tells of it; both are known to differ.
 template< class V > void replace( Entity & entity, AttrId id, V & stored, const V & value )

@@ -9,7 +9,7 @@
 #include "Vok/detail/Tables.h"
 
 #include <cstddef>
-#include <iostream>
+#include <ios>
 
 // Entity types are not of standard layout. They derive from Vok::Entity singly and without
 // virtual bases, where every compiler that builds this code gives the offset that it uses itself.

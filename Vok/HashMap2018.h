@@ -46,10 +46,10 @@
 //
 // Overflow: where the tail is full though the map is not, the number of homes is halved in place,
 // which makes the tail longer; the order of homes stays. With a fair hash the chance of that is
-// about 0.67^t for a tail of t slots and a full block, 10^-22 for big ones. Where all keys have
+// about 0.58^t for a tail of t slots and a full block, 10^-30 for big ones. Where all keys have
 // the same hash, it ends with a single home, and the map is a list.
 //
-// Why the cost holds: up to a load of 13/16 a search mostly ends within the first eight marks, and
+// Why the cost holds: up to a load of 3/4 a search mostly ends within the first eight marks, and
 // a hit, a miss, an insertion or a deletion touches one line of marks and one or two of nodes. The
 // order by homes bounds the spread: no node is far from home because it came late. Whoever does
 // not know the seed cannot choose keys that crowd together, and since no two maps share a seed,

@@ -200,8 +200,10 @@ void Publisher::tell( const Change & change, std::uint32_t upTo )
          }
       }
    }
-   --list_->depth;
-   compact();
+   const bool outermost = --list_->depth == 0;
+   if ( outermost && ( list_->live != list_->used || list_->live == 0 ) ) [[unlikely]] {
+      compact();
+   }
    if ( first ) {
       std::rethrow_exception( first );
    }

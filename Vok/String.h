@@ -48,8 +48,14 @@ class VOK_EXPORT String {
    String( std::string_view text ) : String()
    {
       if ( text.size() <= inPlace ) {
-         Vok::Detail::copyShort( bytes(), text.data(), text.size() );
-         bytes()[ inPlace ] = static_cast< char >( inPlace - text.size() );
+         if constexpr ( littleEndian ) {
+            const auto words = Vok::Detail::shortWords( text.data(), text.size() );
+            word_[ 0 ] = words.first;
+            word_[ 1 ] = words.second | packed( 0, inPlace - text.size() );
+         } else {
+            Vok::Detail::copyShort( bytes(), text.data(), text.size() );
+            bytes()[ inPlace ] = static_cast< char >( inPlace - text.size() );
+         }
       } else {
          share( text );
       }

@@ -49,6 +49,30 @@ inline void copyShort( char * to, const char * from, std::size_t size ) noexcept
    }
 }
 
+// Fewer than 16 bytes as two words, the first byte lowest. They are put together in registers:
+// whoever copies bytes and then reads them as words waits for the memory in between.
+struct ShortWords {
+   std::uint64_t first = 0;
+   std::uint64_t second = 0;
+};
+
+inline ShortWords shortWords( const char * from, std::size_t size ) noexcept
+{
+   if ( size >= 8 ) {
+      // The last eight bytes, without those that the first word holds already.
+      const std::uint64_t last = loadLittle64( from + size - 8 );
+      return { loadLittle64( from ), last >> 8 * ( 15 - size ) >> 8 };
+   }
+   if ( size >= 4 ) {
+      const std::uint64_t last = loadLittle32( from + size - 4 );
+      return { loadLittle32( from ) | last << 8 * ( size - 4 ) };
+   }
+   const auto byte = [ from ]( std::size_t i ) {
+      return std::uint64_t{ static_cast< unsigned char >( from[ i ] ) } << 8 * i;
+   };
+   return size == 0 ? ShortWords{} : ShortWords{ byte( 0 ) | byte( size / 2 ) | byte( size - 1 ) };
+}
+
 // Whether two byte strings of the same length are equal. Keys are short: up to 16 bytes are
 // compared in place by overlapping words.
 inline bool equalBytes( const char * a, const char * b, std::size_t size ) noexcept

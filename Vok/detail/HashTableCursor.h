@@ -38,9 +38,9 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
       if ( byKey ) {
          nextKey();
       } else if ( table != nullptr ) {
-         const std::size_t slot = nextOccupied( table, bound );
-         if ( slot < table->slots ) {
-            bound = slot + 1;
+         if ( ahead.any() || findAhead() ) {
+            bound = group + ahead.first() + 1;
+            ahead.dropFirst();
             standing = true;
          } else {
             detach();
@@ -83,6 +83,20 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
       const Node * const node = map.find( ( *keys_ )[ index ] );
       map.table_ = nullptr;
       return node;
+   }
+
+   // Whether there is a node from `bound` on; the first of them are ahead then.
+   bool findAhead() noexcept
+   {
+      const SlotMark * const marks = table->marks();
+      for ( group = bound; group < table->slots; group += Lanes::width ) {
+         VOK_STEPS( 1 );
+         ahead = Lanes::load( marks + group ).nonZero();
+         if ( ahead.any() ) {
+            return true;
+         }
+      }
+      return false;
    }
 
    void nextKey() noexcept

@@ -163,6 +163,7 @@ template< class Node, class Lanes >
 [[gnu::noinline]] void HashTable< Node, Lanes >::halveHomes() noexcept
 {
    for ( TableCursor * cursor = table_->cursors; cursor != nullptr; cursor = cursor->next ) {
+      cursor->ahead = {};
       if ( !cursor->byKey ) {
          cursor->bound = boundAfterHalving( cursor->bound );
       }

@@ -18,6 +18,7 @@ namespace Vok::Detail {
 // A set of lanes, walked from the first on. Two bits stand for a lane; only the lower is ever set.
 class LaneSet {
  public:
+   constexpr LaneSet() noexcept = default;
    explicit constexpr LaneSet( std::uint32_t bits ) noexcept : bits_( bits ) {}
    constexpr bool any() const noexcept { return bits_ != 0; }
    // The first lane of the set, which is not empty.
@@ -28,7 +29,7 @@ class LaneSet {
    constexpr void dropFirst() noexcept { bits_ &= bits_ - 1; }
 
  private:
-   std::uint32_t bits_;
+   std::uint32_t bits_ = 0;
 };
 
 // Two words of four lanes each, the first lane lowest.

@@ -137,6 +137,29 @@ ReadRow readRow( In & in, const ReadType & type )
    return row;
 }
 
+// Reads the attributes of a type, each of which this side knows once: what is kept of a description
+// has to be bounded by the types that there are.
+void readRows( In & in, ReadType & type, std::size_t & unknownRows )
+{
+   for ( std::uint32_t rows = getNumber( in ); rows != 0; --rows ) {
+      ReadRow row = readRow( in, type );
+      if ( !row.own && ++unknownRows > mostUnknownRows ) {
+         throw Exception( "a stream describes too many attributes that this side does not know" );
+      }
+      const auto same = [ &row ]( const ReadRow & before ) { return before.own == row.own; };
+      if ( row.own && std::any_of( type.rows.begin(), type.rows.end(), same ) ) {
+         incompatible( type.name, row.name, "a stream describes it twice" );
+      }
+      type.rows.push_back( std::move( row ) );
+   }
+}
+
+bool describes( const ReadTypes & types, std::string_view name )
+{
+   return std::any_of( types.begin(), types.end(),
+         [ name ]( const auto & type ) { return type->name == name; } );
+}
+
 } // namespace
 
 void readTypes( In & in, ReadTypes & types )
@@ -149,20 +172,15 @@ void readTypes( In & in, ReadTypes & types )
    for ( std::uint64_t i = 0; i != count; ++i ) {
       const auto type = std::make_shared< ReadType >();
       type->name = Corvo::String( getText( in ) );
+      if ( describes( types, type->name.view() ) ) {
+         incompatible( type->name.view(), {}, "a stream describes it twice" );
+      }
       getText( in ); // module and fingerprint: for whoever looks into a stream
       in.get< std::uint64_t >();
       const TypeData * const own = Corvo::ModuleInspectData::findType( type->name.view() );
       type->own = own && own->kind() == TypeKind::entity ? own : nullptr;
       readArguments( in, *type );
-      for ( std::uint32_t rows = getNumber( in ); rows != 0; --rows ) {
-         type->rows.push_back( readRow( in, *type ) );
-         unknownRows += type->rows.back().own ? 0U : 1U;
-         const std::size_t known = own ? own->attributes().size() : 0;
-         if ( unknownRows > mostUnknownRows || type->rows.size() > known + mostUnknownRows ) {
-            throw Exception(
-                  "a stream describes too many attributes that this side does not know" );
-         }
-      }
+      readRows( in, *type, unknownRows );
       types.push_back( type );
    }
 }

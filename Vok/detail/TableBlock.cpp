@@ -36,13 +36,13 @@ TableShape tableShape( std::size_t size )
    if ( size > std::numeric_limits< std::ptrdiff_t >::max() / 4 ) {
       throw std::bad_array_new_length();
    }
-   // Thirteen nodes to four homes of four slots. A number of homes that can be halved often serves
+   // Three nodes to a home of four slots. A number of homes that can be halved often serves
    // when the tail overflows.
-   const std::size_t least = std::max< std::size_t >( ( size * 4 + 12 ) / 13, 4 );
+   const std::size_t least = std::max< std::size_t >( ( size + 2 ) / 3, 4 );
    const std::size_t homes =
          roundedUp( least, std::max< std::size_t >( std::bit_floor( least ) / 16, 1 ) );
    const std::size_t tail = std::min< std::size_t >( 8 + homes / 2, 128 );
-   return { homes, homes * homeWidth + tail, homes * 13 / 4 };
+   return { homes, homes * homeWidth + tail, homes * 3 };
 }
 
 TableHeader * newTable(
@@ -81,6 +81,7 @@ TableCursor & TableCursor::operator=( const TableCursor & other ) noexcept
    if ( this != &other ) {
       detach();
       bound = other.bound;
+      ahead = {};
       standing = other.standing;
       byKey = other.byKey;
       attach( other.table );
@@ -119,6 +120,7 @@ void TableCursor::unlink() noexcept
 void cursorsAfterRemoval( const TableHeader & table, std::size_t hole, std::size_t end ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
+      cursor->ahead = {};
       if ( !cursor->byKey && hole < cursor->bound && cursor->bound <= end ) {
          if ( hole + 1 == cursor->bound ) {
             cursor->standing = false;
@@ -131,6 +133,7 @@ void cursorsAfterRemoval( const TableHeader & table, std::size_t hole, std::size
 void cursorsAfterInsertion( const TableHeader & table, std::size_t place, std::size_t end ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
+      cursor->ahead = {};
       if ( !cursor->byKey && place < cursor->bound && cursor->bound <= end ) {
          ++cursor->bound;
       }

@@ -5,6 +5,7 @@
 
 #include "Vok/Export.h"
 #include "Vok/detail/Hash.h"
+#include "Vok/detail/Lanes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -67,8 +68,10 @@ VOK_EXPORT void freeTable( TableHeader * table ) noexcept;
 // Where an iteration stands in a table, and its place in the table's list of cursors.
 //
 // All nodes below `bound` have been seen; where `standing` is set, the cursor stands on the one
-// just below it. Where `byKey` is set, positions have lost their meaning: then `bound` counts in
-// the cursor's list of keys. `table` is null at the end.
+// just below it. `ahead` are those of the eight slots from `group` on that the cursor comes to
+// next, so that a step does not look at the marks; empty where it has to. Where `byKey` is set,
+// positions have lost their meaning: then `bound` counts in the cursor's list of keys. `table` is
+// null at the end.
 class VOK_EXPORT TableCursor {
  public:
    TableCursor() noexcept = default;
@@ -88,6 +91,8 @@ class VOK_EXPORT TableCursor {
 
    TableHeader * table = nullptr;
    std::size_t bound = 0;
+   std::size_t group = 0;
+   LaneSet ahead;
    bool standing = false;
    bool byKey = false;
    TableCursor * next = nullptr;
