@@ -39,7 +39,8 @@ endfunction()
 set( warningFlags )
 flowtracking_compiler_flags( warningFlags
    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 )
+   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Werror=format-security
+   -Wimplicit-fallthrough -Wtrampolines -Wbidi-chars=any )
 if( CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 )
    # At -O3 that compiler sees overlapping copies inside std::string where there are none
    # (GCC bugs 105329 and 105651).
@@ -49,8 +50,13 @@ if( FLOWTRACKING_WERROR )
    list( APPEND warningFlags -Werror )
 endif()
 
+# Beside the guards at run time: variables start as zero, and no check is optimised away because
+# what it checks for were undefined behaviour.
 set( hardeningFlags )
-flowtracking_compiler_flags( hardeningFlags -fstack-protector-strong -fstack-clash-protection )
+flowtracking_compiler_flags( hardeningFlags
+   -fstack-protector-strong -fstack-clash-protection -fstrict-flex-arrays=3
+   -ftrivial-auto-var-init=zero
+   -fno-delete-null-pointer-checks -fno-strict-overflow -fno-strict-aliasing )
 if( CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$" )
    flowtracking_compiler_flags( hardeningFlags -fcf-protection=full )
 elseif( CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$" )
