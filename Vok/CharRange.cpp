@@ -28,6 +28,16 @@ bool isWordCharacter( char c ) noexcept
    return ( c >= 'a' && c <= 'z' ) || ( c >= 'A' && c <= 'Z' ) || isDigit( c ) || c == '_';
 }
 
+// How many bytes a quoted text takes up to its closing quote, or to the end where there is none.
+std::size_t untilQuote( std::string_view text ) noexcept
+{
+   std::size_t at = 0;
+   while ( at < text.size() && text[ at ] != '"' ) {
+      at += text[ at ] == '\\' ? 2U : 1U;
+   }
+   return std::min( at, text.size() );
+}
+
 // The value of a lower-case hexadecimal digit; 16 for any other character.
 unsigned hexDigit( char c ) noexcept
 {
@@ -164,38 +174,59 @@ Corvo::String CharRange::quoted()
 {
    const std::size_t start = at_++;
    std::string content;
+   content.reserve( untilQuote( rest() ) );
    while ( !accept( '"' ) ) {
       if ( const std::size_t plain = Detail::plainInQuotes( text_, at_ ) ) {
          content.append( text_.substr( at_, plain ) );
          at_ += plain;
-         continue;
-      }
-      if ( !accept( '\\' ) || empty() ) {
-         fail( empty() ? "a closing quote" : "a character that needs no escape" );
-      }
-      const char c = text_[ at_++ ];
-      if ( c == 'x' && rest().size() >= 2 && hexDigit( text_[ at_ ] ) < 16 &&
-            hexDigit( text_[ at_ + 1 ] ) < 16 ) {
-         content +=
-               static_cast< char >( hexDigit( text_[ at_ ] ) * 16 + hexDigit( text_[ at_ + 1 ] ) );
-         at_ += 2;
-      } else if ( c == 'n' || c == 't' ) {
-         content += c == 'n' ? '\n' : '\t';
-      } else if ( c == '"' || c == '\\' ) {
-         content += c;
       } else {
-         --at_;
-         fail( "\\\" \\\\ \\n \\t or \\xHH" );
+         content += escaped();
       }
    }
-   // A value has one text: what could stand bare, or with fewer escapes, has to.
-   TextOut canonical;
-   canonical.putString( content );
-   if ( canonical.view() != text_.substr( start, at_ - start ) ) {
-      at_ = start;
-      fail( "the text as " + std::string( canonical.view() ) );
-   }
+   needCanonical( content, start );
    return Corvo::String( content );
+}
+
+char CharRange::escaped()
+{
+   if ( !accept( '\\' ) || empty() ) {
+      fail( empty() ? "a closing quote" : "a character that needs no escape" );
+   }
+   const char c = text_[ at_++ ];
+   if ( c == 'x' && rest().size() >= 2 && hexDigit( text_[ at_ ] ) < 16 &&
+         hexDigit( text_[ at_ + 1 ] ) < 16 ) {
+      at_ += 2;
+      return static_cast< char >( hexDigit( text_[ at_ - 2 ] ) * 16 + hexDigit( text_[ at_ - 1 ] ) );
+   }
+   if ( c == 'n' || c == 't' ) {
+      return c == 'n' ? '\n' : '\t';
+   }
+   if ( c != '"' && c != '\\' ) {
+      --at_;
+      fail( "\\\" \\\\ \\n \\t or \\xHH" );
+   }
+   return c;
+}
+
+// A value has one text: what could stand bare, or with fewer escapes, has to.
+void CharRange::needCanonical( std::string_view content, std::size_t start )
+{
+   std::string_view read = text_.substr( start, at_ - start );
+   bool canonical = !Detail::isBareWord( content );
+   if ( canonical ) {
+      Detail::putQuoted( content, [ & ]( std::string_view part ) {
+         canonical = canonical && read.starts_with( part );
+         read.remove_prefix( std::min( part.size(), read.size() ) );
+      } );
+   }
+   if ( !canonical ) {
+      constexpr std::size_t shown = 64;
+      TextOut form;
+      form.putString( content.substr( 0, shown ) );
+      at_ = start;
+      fail( content.size() <= shown ? "the text as " + std::string( form.view() )
+                                    : "the text with the fewest escapes" );
+   }
 }
 
 void CharRange::needEnd() const

@@ -122,6 +122,8 @@ class VOK_EXPORT CharRange {
    [[noreturn]] static void rethrow( std::string_view name, const Corvo::RangeException & e );
    void needName( std::string_view name );
    Corvo::String quoted();
+   char escaped();
+   void needCanonical( std::string_view content, std::size_t start );
 
    static constexpr unsigned deepest = 64;
 

@@ -142,19 +142,36 @@ template< Detail::ValueCollection Map > struct ValueType< Map > {
 
    static void decode( NboAttrLog::In & in, Map & into )
    {
-      using Key = typename Map::Key;
       Map map;
-      std::optional< Key > last;
-      for ( auto left = in.get< std::uint32_t >(); left != 0; --left ) {
+      eachRead( in, [ & ] {
          Node node = Log::read( in );
          Key key( node.fwkKey() );
+         map.findOrInsert( key, [ & ] { return std::move( node ); } );
+         return key;
+      } );
+      into = std::move( map );
+   }
+
+   /// What `decode` throws; keeps two keys and a member meanwhile.
+   static void check( NboAttrLog::In & in )
+   {
+      eachRead( in, [ & ] { return Log::check( in ); } );
+   }
+
+ private:
+   using Key = typename Map::Key;
+
+   /// Has each member read by `readNode`, which returns its key.
+   template< class Read > static void eachRead( NboAttrLog::In & in, Read readNode )
+   {
+      std::optional< Key > last;
+      for ( auto left = in.get< std::uint32_t >(); left != 0; --left ) {
+         Key key = readNode();
          if ( last && !Detail::keyBefore( *last, key ) ) {
             throw NboAttrLog::Exception( "the members of a collection are not in ascending order" );
          }
-         last = key;
-         map.findOrInsert( key, [ & ] { return std::move( node ); } );
+         last = std::move( key );
       }
-      into = std::move( map );
    }
 };
 

@@ -3,6 +3,7 @@
 
 #include "Vok/Entity.h"
 #include "Vok/Path.h"
+#include "Vok/TextOut.h"
 #include "Vok/TypeData.h"
 #include "Vok/detail/CollectionOps.h"
 #include "Vok/detail/Hash.h"
@@ -10,6 +11,7 @@
 #include "Vok/detail/StreamType.h"
 
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace Vok {
@@ -68,34 +70,53 @@ struct Visit {
    std::size_t parent;
    AttrId attribute; // of the parent
    Sum own;
+   Sum references;
    Sum children;
+};
+
+// A reference is resolved when all entities of the tree are known.
+struct Reference {
+   std::size_t from;
+   AttrId attribute;
+   const Entity * target;
 };
 
 class Walk {
  public:
-   explicit Walk( const Entity & root, const Entity * tree ) : root_( root ),
-                                                               tree_( tree ) {}
+   // `tree` is the walk over the tree that refers to `root`, where that is outside.
+   explicit Walk( const Entity & root, Walk * tree ) : root_( root ),
+                                                       tree_( tree ) {}
 
    Sum digest()
    {
-      visits_.push_back( { &root_, 0, 0, {}, {} } );
+      visits_.push_back( { &root_, 0, 0, {}, {}, {} } );
       for ( std::size_t i = 0; i != visits_.size(); ++i ) {
          visits_[ i ].own = ownPart( i );
+      }
+      for ( const Reference & reference : references_ ) {
+         Sum sum;
+         sum.mix( reference.attribute );
+         sum.mix( targetPart( reference.target ) );
+         visits_[ reference.from ].references.add( sum );
       }
       for ( std::size_t i = visits_.size() - 1; i != 0; --i ) {
          const Visit & visit = visits_[ i ];
          Sum member;
          member.mix( visit.attribute );
-         member.mix( visit.own );
-         member.mix( visit.children );
-         visits_[ visit.parent ].children.add( member );
+         visits_[ visit.parent ].children.add( whole( member, visit ) );
       }
-      Sum total = visits_.front().own;
-      total.mix( visits_.front().children );
-      return total;
+      return whole( {}, visits_.front() );
    }
 
  private:
+   static Sum whole( Sum sum, const Visit & visit )
+   {
+      sum.mix( visit.own );
+      sum.mix( visit.references );
+      sum.mix( visit.children );
+      return sum;
+   }
+
    Sum ownPart( std::size_t index )
    {
       const Entity & entity = *visits_[ index ].entity;
@@ -112,7 +133,7 @@ class Walk {
          if ( row.collection ) {
             addMembers( own, index, row );
          } else if ( row.reference ) {
-            own.mix( reference( Detail::referred( entity, row ) ) );
+            references_.push_back( { index, row.id, Detail::referred( entity, row ) } );
          } else {
             addValue( own, entity, row );
          }
@@ -141,72 +162,95 @@ class Walk {
       const Entity & entity = *visits_[ index ].entity;
       row.collection->each(
             Detail::storageOf( entity, row ), [ & ]( const void * key, const void * value ) {
-               Sum member;
                if ( row.kind == AttributeKind::references ) {
-                  member.mix( reference( row.collection->pointee( value ) ) );
+                  references_.push_back( { index, row.id, row.collection->pointee( value ) } );
                } else if ( Detail::holdsEntities( row ) ) {
-                  visits_.push_back( { row.collection->pointee( value ), index, row.id, {}, {} } );
-                  return true;
+                  visits_.push_back(
+                        { row.collection->pointee( value ), index, row.id, {}, {}, {} } );
                } else {
                   bytes_.clear();
                   row.key->encode( bytes_, key );
                   if ( row.kind == AttributeKind::map ) {
                      row.value->encode( bytes_, value );
                   }
+                  Sum member;
                   member.mix( bytes_.data(), bytes_.size() );
+                  sum.add( member );
                }
-               sum.add( member );
                return true;
             } );
       own.mix( sum );
    }
 
-   // A reference into the tree is its path from the root; one that leads outside is what it
-   // refers to, and what that refers to outside in turn is told by its constructor arguments
-   // alone.
-   Sum reference( const Entity * target )
+   // What a reference says of its target: where in the tree it is. One that leads outside is what it
+   // refers to, and what that refers to outside in turn is told by its constructor arguments alone.
+   Sum targetPart( const Entity * target )
    {
       Sum sum;
       if ( !target ) {
          return sum;
       }
-      for ( const Entity * const root : { &root_, tree_ } ) {
-         if ( root && below( *target, *root ) ) {
-            sum.mix( root == tree_ || !tree_ ? 1U : 2U );
-            const Corvo::String path = pathOf( *target );
-            std::string_view relative = path.view().substr( pathOf( *root ).size() );
-            relative.remove_prefix( relative.starts_with( '/' ) ? 1 : 0 );
-            sum.mix( relative );
-            return sum;
-         }
-      }
-      sum.mix( 3 );
-      if ( tree_ ) {
-         sum.mix( target->typeData().name() );
-         for ( const AttributeData & argument : target->typeData().constructorArguments() ) {
-            if ( !argument.row().reference ) {
-               addValue( sum, *target, argument.row() );
-            }
-         }
+      if ( const Sum * const place = placeOf( *target ) ) {
+         sum.mix( tree_ ? 2U : 1U );
+         sum.mix( *place );
+      } else if ( const Sum * const inTree = tree_ ? tree_->placeOf( *target ) : nullptr ) {
+         sum.mix( 1 );
+         sum.mix( *inTree );
       } else {
-         sum.mix( Walk( *target, &root_ ).digest() );
+         sum.mix( 3 );
+         sum.mix( tree_ ? argumentsOf( *target ) : outsideDigest( *target ) );
       }
       return sum;
    }
 
-   static bool below( const Entity & entity, const Entity & root ) noexcept
+   // Where an entity is in this tree; null where it is not in it. All of the tree is visited.
+   const Sum * placeOf( const Entity & entity )
    {
-      for ( const Entity * e = &entity; e; e = e->parent() ) {
-         if ( e == &root ) {
-            return true;
+      if ( places_.empty() ) {
+         places_.reserve( visits_.size() );
+         std::vector< Sum > sums( visits_.size() );
+         for ( std::size_t i = 0; i != visits_.size(); ++i ) {
+            const Visit & visit = visits_[ i ];
+            if ( i != 0 ) {
+               TextOut step;
+               Detail::putStep( step, *visits_[ visit.parent ].entity, *visit.entity );
+               sums[ i ] = sums[ visit.parent ];
+               sums[ i ].mix( step.view() );
+            }
+            places_.emplace( visit.entity, sums[ i ] );
          }
       }
-      return false;
+      const auto found = places_.find( &entity );
+      return found == places_.end() ? nullptr : &found->second;
+   }
+
+   Sum outsideDigest( const Entity & target )
+   {
+      const auto [ found, added ] = outside_.try_emplace( &target );
+      if ( added ) {
+         found->second = Walk( target, this ).digest();
+      }
+      return found->second;
+   }
+
+   Sum argumentsOf( const Entity & target )
+   {
+      Sum sum;
+      sum.mix( target.typeData().name() );
+      for ( const AttributeData & argument : target.typeData().constructorArguments() ) {
+         if ( !argument.row().reference ) {
+            addValue( sum, target, argument.row() );
+         }
+      }
+      return sum;
    }
 
    const Entity & root_;
-   const Entity * tree_; // of a walk outside: the root of the tree that refers there
+   Walk * tree_;
    std::vector< Visit > visits_;
+   std::vector< Reference > references_;
+   std::unordered_map< const Entity *, Sum > places_; // of all entities, once one is asked for
+   std::unordered_map< const Entity *, Sum > outside_; // digests of what is referred to
    NboAttrLog::Out bytes_;
 };
 

@@ -13,10 +13,7 @@
 
 namespace Vok {
 
-namespace {
-
-// Writes the step from a parent to its child: attribute, and key where there is one.
-void putStep( TextOut & out, const Entity & parent, const Entity & child )
+void Detail::putStep( TextOut & out, const Entity & parent, const Entity & child )
 {
    for ( const AttributeData & attribute : parent.typeData().attributes() ) {
       const Detail::AttributeRow & row = attribute.row();
@@ -37,8 +34,6 @@ void putStep( TextOut & out, const Entity & parent, const Entity & child )
    }
 }
 
-} // namespace
-
 const Entity & rootOf( const Entity & entity ) noexcept
 {
    const Entity * root = &entity;
@@ -56,7 +51,7 @@ Corvo::String pathOf( const Entity & entity )
    }
    TextOut out;
    for ( std::size_t i = line.size() - 1; i != 0; --i ) {
-      putStep( out, *line[ i ], *line[ i - 1 ] );
+      Detail::putStep( out, *line[ i ], *line[ i - 1 ] );
    }
    return out.size() == 0 ? Corvo::String( "/" ) : out.text();
 }

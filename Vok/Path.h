@@ -15,6 +15,7 @@
 namespace Vok {
 
 class Entity;
+class TextOut;
 
 /// The root of the tree that an entity belongs to; itself where it has no parent. Costs one step
 /// per level.
@@ -26,5 +27,12 @@ VOK_EXPORT Corvo::String pathOf( const Entity & entity );
 /// The entity at a path from `root`, or null where there is none. Throws Corvo::ParseException
 /// for what is no path in a tree of this type.
 VOK_EXPORT Entity * entityAt( Entity & root, std::string_view path );
+
+namespace Detail {
+
+/// Writes the step from a parent to its child: attribute, and key where there is one.
+void putStep( TextOut & out, const Entity & parent, const Entity & child );
+
+} // namespace Detail
 
 } // namespace Vok

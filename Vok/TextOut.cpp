@@ -73,6 +73,33 @@ std::size_t plainInQuotes( std::string_view text, std::size_t at ) noexcept
    return overlong || beyond ? 0 : 4;
 }
 
+void putQuoted( std::string_view text, FunctionRef< void( std::string_view part ) > put )
+{
+   static constexpr char digits[] = "0123456789abcdef";
+   put( "\"" );
+   std::size_t start = 0;
+   for ( std::size_t at = 0; at != text.size(); ) {
+      if ( const std::size_t plain = plainInQuotes( text, at ) ) {
+         at += plain;
+         continue;
+      }
+      put( text.substr( start, at - start ) );
+      const char c = text[ at++ ];
+      start = at;
+      const auto byte = static_cast< unsigned char >( c );
+      const char escape[] = { '\\', 'x', digits[ byte >> 4 ], digits[ byte & 15 ] };
+      if ( c == '"' || c == '\\' ) {
+         put( std::string_view( c == '"' ? "\\\"" : "\\\\" ) );
+      } else if ( c == '\n' || c == '\t' ) {
+         put( std::string_view( c == '\n' ? "\\n" : "\\t" ) );
+      } else {
+         put( std::string_view( escape, sizeof escape ) );
+      }
+   }
+   put( text.substr( start ) );
+   put( "\"" );
+}
+
 } // namespace Detail
 
 void TextOut::enlarge( std::size_t extra )
@@ -97,32 +124,9 @@ void TextOut::putString( std::string_view text )
 {
    if ( Detail::isBareWord( text ) ) {
       put( text );
-      return;
+   } else {
+      Detail::putQuoted( text, [ this ]( std::string_view part ) { put( part ); } );
    }
-   static constexpr char digits[] = "0123456789abcdef";
-   put( '"' );
-   for ( std::size_t at = 0; at != text.size(); ) {
-      if ( const std::size_t plain = Detail::plainInQuotes( text, at ) ) {
-         put( text.substr( at, plain ) );
-         at += plain;
-         continue;
-      }
-      const char c = text[ at++ ];
-      put( '\\' );
-      if ( c == '"' || c == '\\' ) {
-         put( c );
-      } else if ( c == '\n' ) {
-         put( 'n' );
-      } else if ( c == '\t' ) {
-         put( 't' );
-      } else {
-         const auto byte = static_cast< unsigned char >( c );
-         put( 'x' );
-         put( digits[ byte >> 4 ] );
-         put( digits[ byte & 15 ] );
-      }
-   }
-   put( '"' );
 }
 
 } // namespace Vok

@@ -3,6 +3,7 @@
 
 #include "Vok/Export.h"
 #include "Vok/String.h"
+#include "Vok/detail/FunctionRef.h"
 
 #include <charconv>
 #include <concepts>
@@ -77,6 +78,9 @@ bool isBareCharacter( char c ) noexcept;
 /// character other than `"`, `\` and `'`, 2 to 4 for a well-formed UTF-8 sequence that is no
 /// control character, else 0.
 std::size_t plainInQuotes( std::string_view text, std::size_t at ) noexcept;
+
+/// Writes a text in quotes, with as few escapes as it needs, part by part.
+void putQuoted( std::string_view text, FunctionRef< void( std::string_view part ) > put );
 
 } // namespace Detail
 } // namespace Vok

@@ -281,6 +281,13 @@ template< class V > void readFields( CharRange & range, V & into );
 /// Reads all fields from a log, in declared order, then checks bounds.
 template< class V > void decodeFields( NboAttrLog::In & in, V & into );
 
+/// Reads past a value in a log and throws what decoding it would. Of a collection, nothing is kept
+/// meanwhile but two keys and a member.
+template< class V > void checkLog( NboAttrLog::In & in );
+
+/// Reads a value from a log, all but its collections, which stay empty and are only checked.
+template< class V > void skimLog( NboAttrLog::In & in, V & into );
+
 template< class V, class F > void readField( CharRange & range, V & into, const F & field )
 {
    using From = typename F::From;
@@ -352,6 +359,41 @@ template< class V > void Detail::decodeFields( NboAttrLog::In & in, V & into )
       ValueType< Type >::decode( in, into.*field.member );
    } );
    checkFields( into );
+}
+
+template< class V > void Detail::checkLog( NboAttrLog::In & in )
+{
+   if constexpr ( std::same_as< V, Corvo::String > ) {
+      in.getText();
+   } else if constexpr ( requires { ValueType< V >::check( in ); } ) {
+      ValueType< V >::check( in );
+   } else if constexpr ( Generated< V > && !HandLog< V > ) {
+      eachField< V >( [ & ]( const auto & field ) {
+         using Type = typename std::remove_cvref_t< decltype( field ) >::Type;
+         if ( field.check ) {
+            Type value{};
+            ValueType< Type >::decode( in, value );
+            field.check( value );
+         } else {
+            checkLog< Type >( in );
+         }
+      } );
+   } else {
+      V value = ValueAccess::blank< V >();
+      ValueType< V >::decode( in, value );
+   }
+}
+
+template< class V > void Detail::skimLog( NboAttrLog::In & in, V & into )
+{
+   if constexpr ( requires { ValueType< V >::check( in ); } ) {
+      ValueType< V >::check( in );
+   } else if constexpr ( Generated< V > && !HandLog< V > ) {
+      eachField< V >( [ & ]( const auto & field ) { skimLog( in, into.*field.member ); } );
+      checkFields( into );
+   } else {
+      ValueType< V >::decode( in, into );
+   }
 }
 
 template< class V > void ValueType< V >::print( TextOut & out, const V & v )

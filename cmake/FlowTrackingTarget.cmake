@@ -8,6 +8,8 @@ include( CheckPIESupported )
 
 option( FLOWTRACKING_WERROR "Warnings end the build" OFF )
 set( FLOWTRACKING_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them" )
+option( FLOWTRACKING_COUNT_STEPS
+   "Tests count the steps of the code and hold them to budgets: with clang and a sanitizer" OFF )
 
 check_pie_supported( LANGUAGES CXX )
 
@@ -39,8 +41,9 @@ endfunction()
 set( warningFlags )
 flowtracking_compiler_flags( warningFlags
    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Werror=format-security
+   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2
    -Wimplicit-fallthrough -Wtrampolines -Wbidi-chars=any )
+list( APPEND warningFlags -Werror=format-security ) # needs -Wformat, so it has no check alone
 if( CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 )
    # At -O3 that compiler sees overlapping copies inside std::string where there are none
    # (GCC bugs 105329 and 105651).
@@ -74,9 +77,14 @@ if( FLOWTRACKING_SANITIZE )
       -fsanitize=${FLOWTRACKING_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer )
 endif()
 
+set( stepFlags )
+if( FLOWTRACKING_COUNT_STEPS )
+   set( stepFlags -fsanitize-coverage=trace-pc-guard )
+endif()
+
 # Kept as global properties: functions are called in directories that do not see these variables.
 set_property( GLOBAL PROPERTY FLOWTRACKING_COMPILE_OPTIONS
-   ${warningFlags} ${hardeningFlags} ${sanitizeFlags} )
+   ${warningFlags} ${hardeningFlags} ${sanitizeFlags} ${stepFlags} )
 set_property( GLOBAL PROPERTY FLOWTRACKING_LINK_OPTIONS ${linkFlags} ${sanitizeFlags} )
 
 function( flowtracking_target name )
@@ -97,6 +105,18 @@ function( flowtracking_target name )
          $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
          $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3> )
    endif()
+endfunction()
+
+# flowtracking_uncounted( <file>... ): what counts steps must not count itself.
+function( flowtracking_uncounted )
+   set( flags )
+   if( FLOWTRACKING_COUNT_STEPS )
+      set( flags -fno-sanitize-coverage=trace-pc-guard )
+      if( FLOWTRACKING_SANITIZE MATCHES fuzzer )
+         list( APPEND flags -fno-sanitize=fuzzer-no-link )
+      endif()
+   endif()
+   set_source_files_properties( ${ARGN} PROPERTIES COMPILE_OPTIONS "${flags}" )
 endfunction()
 
 # flowtracking_precompile( <name> <header>... ): headers that most files of a target include are

@@ -15,8 +15,6 @@ using Vok::Detail::ValueOps;
 
 // Once: the enumeration with the most names is looked through.
 constexpr Fuzz::Budget textSteps{ 40000, 100 };
-// The message of an error may hold a text as it should have been.
-constexpr Fuzz::Budget textHeap{ 64 << 10, 8 };
 
 // Reads a value off the front of a text into an existing one; how many bytes that took, or nothing.
 std::optional< std::size_t > readFront( std::string_view text, OwnedValue & into )
@@ -32,7 +30,7 @@ std::optional< std::size_t > readFront( std::string_view text, OwnedValue & into
    } catch ( const Corvo::RangeException & ) {
    }
    cost.holdSteps( textSteps, text.size() );
-   cost.holdHeap( textHeap, text.size() );
+   cost.holdHeap( Fuzz::hostileHeap, text.size() );
    return read ? std::optional( range.offset() ) : std::nullopt;
 }
 

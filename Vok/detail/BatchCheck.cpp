@@ -23,10 +23,12 @@ void needEnd( const In & in, const char * what )
 
 void checkValue( const AttributeRow & row, In payload )
 {
-   OwnedValue value( *row.value );
-   row.value->decode( payload, value.data() );
    if ( row.check ) {
+      OwnedValue value( *row.value );
+      row.value->decode( payload, value.data() );
       row.check( value.data() );
+   } else {
+      row.value->check( payload );
    }
    needEnd( payload, "a value" );
 }
@@ -40,8 +42,7 @@ void checkArguments( const ReadType & type, In in )
       if ( argument.reference ) {
          in.getVarint();
       } else {
-         OwnedValue value( *argument.own->value );
-         argument.own->value->decode( in, value.data() );
+         argument.own->value->check( in );
       }
    }
    needEnd( in, "a list of arguments" );
@@ -72,8 +73,7 @@ void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes
          if ( !row.own ) {
             return; // the key's layout is not known here
          }
-         OwnedValue key( *row.own->key );
-         row.own->key->decode( payload, key.data() );
+         row.own->key->check( payload );
       } else if ( row.kind == AttributeKind::references ) {
          payload.getVarint();
       } else {

@@ -132,6 +132,23 @@ template< class Map > struct NodeLog {
       }
    }
 
+   /// Reads past a node and returns its key; throws what `read` would.
+   static Key check( NboAttrLog::In & in )
+   {
+      if constexpr ( isSet ) {
+         return readKey( in );
+      } else if constexpr ( keyed ) {
+         using V = typename NodeValue< Node >::Type;
+         V value = ValueAccess::blank< V >();
+         skimLog( in, value );
+         return Key( Node::keyOf( value ) );
+      } else {
+         Key key = readKey( in );
+         checkLog< typename NodeValue< Node >::Type >( in );
+         return key;
+      }
+   }
+
    static bool same( const Node & a, const Node & b )
    {
       if constexpr ( isSet ) {
@@ -243,10 +260,14 @@ template< class Map > struct MapStreamOps {
    static void check( NboAttrLog::In & in, bool whole )
    {
       while ( in.remaining() != 0 ) {
-         if ( !whole && readOp( in ) == MemberOp::del ) {
-            Log::readKey( in );
-         } else {
-            Log::read( in );
+         const bool deleted = !whole && readOp( in ) == MemberOp::del;
+         if ( deleted || !Log::keyed ) {
+            checkLog< typename Map::Key >( in );
+         }
+         if constexpr ( !Log::isSet ) {
+            if ( !deleted ) {
+               checkLog< typename NodeValue< typename Map::Node >::Type >( in );
+            }
          }
       }
    }

@@ -34,6 +34,7 @@ struct ValueOps {
          CharRange & range, void * into ); ///< null where the type has no text constructor
    void ( *encode )( NboAttrLog::Out & out, const void * value );
    void ( *decode )( NboAttrLog::In & in, void * into );
+   void ( *check )( NboAttrLog::In & in ); ///< throws what `decode` would, and keeps nothing
    std::uint32_t fixedLogSize; ///< bytes in a log where every value takes as many, else 0
 
    Corvo::String text( const void * value ) const

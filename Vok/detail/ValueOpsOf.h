@@ -64,11 +64,12 @@ template< class V > struct ValueOpsOf {
    }
    static void encode( NboAttrLog::Out & out, const void * v ) { Type::encode( out, at( v ) ); }
    static void decode( NboAttrLog::In & in, void * into ) { Type::decode( in, at( into ) ); }
+   static void check( NboAttrLog::In & in ) { checkLog< V >( in ); }
 
    static constexpr ValueOps make()
    {
       ValueOps ops{ &typeid( V ), Type::name, sizeof( V ), alignof( V ), construct, copy, destroy,
-         swap, equal, nullptr, nullptr, print, nullptr, encode, decode, fixedLogSize< V >() };
+         swap, equal, nullptr, nullptr, print, nullptr, encode, decode, check, fixedLogSize< V >() };
       if constexpr ( requires( const V & v ) { { v < v } -> std::convertible_to< bool >; } ) {
          ops.less = less;
       }

@@ -1,5 +1,6 @@
 // Batches that were cut, damaged or made by hand: applied whole or refused whole.
 #include "tests/Vok/Streams.h"
+#include "tests/support/HeapMeter.h"
 #include "tests/support/Recorder.h"
 
 #include "Vok/detail/Hash.h"
@@ -170,6 +171,31 @@ TEST_P( StreamHostileTest, removedAndDoubledBytesAreAppliedWholeOrRefusedWhole )
          replica = std::make_unique< Listening >( recorded );
       }
    }
+}
+
+// What is wrong stands behind all that is right, and members of values are many and small.
+TEST( StreamRefusalTest, aBatchIsHeldTwiceAtMost )
+{
+   constexpr std::uint32_t members = 20000;
+   Source source;
+   ::Test::Recipe recipe( ::Test::Narrow( 300 ) );
+   for ( std::uint32_t i = 0; i != members; ++i ) {
+      recipe.stepIs( i, ::Test::Pair() );
+      source.root->marksIs( i );
+      source.root->namesIs( i, "" );
+   }
+   source.root->recipesIs( recipe );
+   source.root->recipeIs( recipe );
+   source.root->titleIs( std::string( 100000, 'x' ) );
+   Bytes batch = source.batch();
+   batch.insert( batch.end() - 8, std::byte{ 0x7f } );
+   batch = signedAgain( std::move( batch ) );
+
+   Replica replica;
+   Vok::NboAttrLog::In in( batch );
+   const TestSupport::HeapMeter heap;
+   EXPECT_THROW( replica.reader.read( in ), Vok::NboAttrLog::Exception );
+   EXPECT_LE( heap.peak(), 2 * batch.size() + ( 64 << 10 ) );
 }
 
 INSTANTIATE_TEST_SUITE_P( Seeds, StreamHostileTest, testing::Range< std::uint64_t >( 1, 5 ) );

@@ -1,6 +1,7 @@
 // Texts of strings: bare words, quotes, escapes, and that each string has one text.
 #include "Vok/Strep.h"
 #include "Vok/Vok.h"
+#include "tests/support/HeapMeter.h"
 #include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
@@ -152,6 +153,31 @@ TEST( TextStringTest, saysWhatIsWrongAndWhere )
          R"(at offset 2: expected a character that needs no escape, found "\nb\"")" );
    // A long rest is not quoted in full.
    EXPECT_LT( whyRefused( "bare \"" + std::string( 10000, 'x' ) ).size(), 100U );
+}
+
+// A reader of a text of n bytes holds 2 n at most, and an error quotes little of it.
+TEST( TextStringTest, aLongTextIsHeldTwiceAtMost )
+{
+   const std::string plain( 100000, 'x' );
+   for ( const std::string & text : { "\"" + plain + " \"", "\"" + plain + "\\\\\"", "\"" + plain + "\"",
+               "\"" + plain + "\\x41 \"", "\"" + plain + "\n\"", "\"" + plain, plain } ) {
+      std::size_t most = 0;
+      std::string why;
+      {
+         const TestSupport::HeapMeter heap;
+         try {
+            strepToValue< Corvo::String >( text );
+         } catch ( const Corvo::ParseException & e ) {
+            why = e.what();
+         }
+         most = heap.peak();
+      }
+      EXPECT_LE( most, 2 * text.size() + 1024 ) << why;
+      EXPECT_LT( why.size(), 100U );
+   }
+   EXPECT_EQ( whyRefused( "\"" + std::string( 65, 'x' ) + "\"" ),
+         "at offset 0: expected the text with the fewest escapes, found "
+         "\"\\\"xxxxxxxxxxxxxxxxxxxxxxx\"" );
 }
 
 TEST( TextStringTest, bareWordsEndWhereTheyHaveTo )

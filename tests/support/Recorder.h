@@ -49,6 +49,9 @@ using Heard = std::vector< std::string >;
 /// Counts what it hears, and allocates nothing for it.
 class Counter : public Corvo::Notifiee {
  public:
+   Counter() = default;
+   explicit Counter( const Vok::Entity & entity ) { entity.publisher().notifieeIs( this ); }
+
    void onChange( const Corvo::Change & ) override { ++heard; }
 
    std::size_t heard = 0;
