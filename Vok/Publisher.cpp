@@ -63,11 +63,11 @@ using Vok::Detail::NotifieeList;
 Notifiee::~Notifiee()
 {
    if ( first_ ) {
-      first_->removeSlot( this );
+      first_->removeSlot( slotAtFirst_ );
    }
    if ( others_ ) {
-      for ( Publisher * publisher : *others_ ) {
-         publisher->removeSlot( this );
+      for ( const auto & [ publisher, slot ] : *others_ ) {
+         const_cast< Publisher * >( publisher )->removeSlot( slot );
       }
    }
 }
@@ -76,19 +76,30 @@ void Notifiee::publisherGone( Publisher & ) noexcept
 {
 }
 
-void Notifiee::attached( Publisher & publisher )
+bool Notifiee::attachedTo( const Publisher & publisher ) const
+{
+   return first_ == &publisher || ( others_ && others_->contains( &publisher ) );
+}
+
+void Notifiee::attached( Publisher & publisher, std::uint32_t slot )
 {
    if ( !first_ ) {
       first_ = &publisher;
+      slotAtFirst_ = slot;
       return;
    }
    if ( !others_ ) {
-      others_ = std::make_unique< std::unordered_set< Publisher * > >();
+      others_ = std::make_unique< Slots >();
    }
-   others_->insert( &publisher );
+   others_->emplace( &publisher, slot );
 }
 
-void Notifiee::detached( Publisher & publisher ) noexcept
+std::uint32_t & Notifiee::slotAt( const Publisher & publisher ) noexcept
+{
+   return first_ == &publisher ? slotAtFirst_ : others_->find( &publisher )->second;
+}
+
+void Notifiee::detached( const Publisher & publisher ) noexcept
 {
    if ( first_ == &publisher ) {
       first_ = nullptr;
@@ -109,10 +120,10 @@ NotifieeList & Publisher::grown()
 
 void Publisher::notifieeIs( Notifiee * notifiee )
 {
-   NotifieeList & list = grown();
-   if ( std::find( list.slots, list.slots + list.used, notifiee ) != list.slots + list.used ) {
+   if ( notifiee->attachedTo( *this ) ) {
       return;
    }
+   NotifieeList & list = grown();
    if ( list.used == list.capacity ) {
       const std::uint32_t capacity = list.capacity ? 2 * list.capacity : 1;
       auto ** slots = new ( std::nothrow ) Notifiee *[ capacity ];
@@ -126,7 +137,7 @@ void Publisher::notifieeIs( Notifiee * notifiee )
       list.capacity = capacity;
    }
    try {
-      notifiee->attached( *this );
+      notifiee->attached( *this, list.used );
    } catch ( ... ) {
       compact();
       throw;
@@ -137,36 +148,37 @@ void Publisher::notifieeIs( Notifiee * notifiee )
 
 void Publisher::notifieeDel( Notifiee * notifiee ) noexcept
 {
-   if ( list_ && removeSlot( notifiee ) ) {
+   if ( notifiee->attachedTo( *this ) ) {
+      const std::uint32_t slot = notifiee->slotAt( *this );
       notifiee->detached( *this );
+      removeSlot( slot );
    }
 }
 
-bool Publisher::removeSlot( const Notifiee * notifiee ) noexcept
+void Publisher::removeSlot( std::uint32_t slot ) noexcept
 {
-   NotifieeList & list = *list_;
-   Notifiee ** const end = list.slots + list.used;
-   Notifiee ** const slot = std::find( list.slots, end, notifiee );
-   if ( slot == end ) {
-      return false;
-   }
-   *slot = nullptr;
-   --list.live;
+   list_->slots[ slot ] = nullptr;
+   --list_->live;
    compact();
-   return true;
 }
 
-// Moves the slots together and frees what nobody needs, unless a notification is walking the list.
+// Moves the slots together where most are empty, and frees what nobody needs, unless a notification
+// is walking the list.
 void Publisher::compact() noexcept
 {
    NotifieeList & list = *list_;
    if ( list.depth != 0 ) {
       return;
    }
-   if ( list.live != list.used ) {
-      Notifiee ** const end =
-            std::remove( list.slots, list.slots + list.used, static_cast< Notifiee * >( nullptr ) );
-      list.used = static_cast< std::uint32_t >( end - list.slots );
+   if ( list.used > 2 * list.live ) {
+      std::uint32_t to = 0;
+      for ( std::uint32_t from = 0; from != list.used; ++from ) {
+         if ( Notifiee * const notifiee = list.slots[ from ] ) {
+            list.slots[ to ] = notifiee;
+            notifiee->slotAt( *this ) = to++;
+         }
+      }
+      list.used = to;
    }
    if ( list.live == 0 && !list.links ) {
       delete[] list.slots;
@@ -201,7 +213,7 @@ void Publisher::tell( const Change & change, std::uint32_t upTo )
       }
    }
    const bool outermost = --list_->depth == 0;
-   if ( outermost && ( list_->live != list_->used || list_->live == 0 ) ) [[unlikely]] {
+   if ( outermost && list_->used > 2 * list_->live ) [[unlikely]] {
       compact();
    }
    if ( first ) {

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <typeinfo>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace Vok {
 
@@ -104,12 +104,17 @@ class VOK_EXPORT Notifiee {
  private:
    friend class Publisher;
 
-   void attached( Publisher & publisher );
-   void detached( Publisher & publisher ) noexcept;
+   bool attachedTo( const Publisher & publisher ) const;
+   void attached( Publisher & publisher, std::uint32_t slot );
+   void detached( const Publisher & publisher ) noexcept;
+   std::uint32_t & slotAt( const Publisher & publisher ) noexcept;
 
-   // Most notifiees are attached to one publisher; the set is made for the second.
+   // Which slot of which publisher's list is this notifiee's. Most are attached to one publisher;
+   // the map is made for the second.
+   using Slots = std::unordered_map< const Publisher *, std::uint32_t >;
    Publisher * first_ = nullptr;
-   std::unique_ptr< std::unordered_set< Publisher * > > others_;
+   std::unique_ptr< Slots > others_;
+   std::uint32_t slotAtFirst_ = 0;
 };
 
 /// Where the notifiees of one entity attach. As big as a pointer; without notifiees it costs a
@@ -131,10 +136,10 @@ class VOK_EXPORT Publisher {
    }
 
    /// Attaches; attaching twice is one attachment. Takes no ownership. Throws std::bad_alloc and
-   /// is then as before.
+   /// is then as before. Costs the same however many there are, amortised.
    void notifieeIs( Notifiee * notifiee );
 
-   /// Detaches; detaching a stranger is silent.
+   /// Detaches; detaching a stranger is silent. Costs the same however many there are, amortised.
    void notifieeDel( Notifiee * notifiee ) noexcept;
 
    bool hasNotifiee() const noexcept { return list_ && anyLive(); }
@@ -154,7 +159,7 @@ class VOK_EXPORT Publisher {
    void close() noexcept;
    void linksMoved() noexcept;
    void compact() noexcept;
-   bool removeSlot( const Notifiee * notifiee ) noexcept;
+   void removeSlot( std::uint32_t slot ) noexcept;
    Vok::Detail::NotifieeList & grown();
    void tell( const Change & change, std::uint32_t upTo );
 
@@ -166,8 +171,8 @@ class VOK_EXPORT Publisher {
 namespace Vok::Detail {
 
 /// The notifiees of one publisher, and the links of those who follow its entity without being
-/// told of changes. Slots of detached notifiees are null until no notification runs; then the
-/// rest moves together.
+/// told of changes. Slots of detached notifiees are null until they are more than the others and
+/// no notification runs; then the rest moves together.
 struct NotifieeList {
    std::uint32_t live = 0; ///< attached notifiees
    std::uint32_t used = 0; ///< slots in use, holes included

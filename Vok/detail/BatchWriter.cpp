@@ -125,17 +125,22 @@ BatchWriter::Node & BatchWriter::nodeOf( const Entity & entity, Node * parent )
 }
 
 // Whether an entity is below the root, or below what the stream follows outside.
-bool BatchWriter::belongs( const Entity & entity ) const noexcept
+bool BatchWriter::belongs( const Entity & entity )
 {
-   for ( const Entity * e = &entity; e; e = e->parent() ) {
-      if ( e == root_.get() ) {
-         return true;
-      }
-      if ( const Node * const node = find( *e ); node && node->outside ) {
-         return true;
+   const Entity * top = &entity;
+   for ( ; top && top != root_.get() && !belonging_.find( top ); top = top->parent() ) {
+      if ( const Node * const node = find( *top ); node && node->outside ) {
+         break;
       }
    }
-   return false;
+   if ( !top ) {
+      return false;
+   }
+   // So that no part of the way is gone twice.
+   for ( const Entity * e = &entity; e != top; e = e->parent() ) {
+      belonging_.insert( e );
+   }
+   return true;
 }
 
 // The entity of `top` left the tree, with all below it. What a written reference still leads to

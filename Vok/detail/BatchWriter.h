@@ -10,6 +10,7 @@
 
 #include "Vok/Entity.h"
 #include "Vok/FlowOut.h"
+#include "Vok/HSet.h"
 #include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
 #include "Vok/detail/LinkedList.h"
@@ -48,7 +49,7 @@ class BatchWriter {
    // Nodes.
    Node * find( const Entity & entity ) const noexcept;
    Node & nodeOf( const Entity & entity, Node * parent );
-   bool belongs( const Entity & entity ) const noexcept;
+   bool belongs( const Entity & entity );
    void drop( Node & top ) noexcept;
    void erase( Node & node ) noexcept;
    void release( Node & target ) noexcept;
@@ -97,6 +98,7 @@ class BatchWriter {
    NboAttrLog::Out scratch_;
    NboAttrLog::Out arguments_;
    std::vector< Node * > queue_; // nodes to be written whole
+   HSet< const Entity * > belonging_; // entities that are known to belong, while a batch is written
 };
 
 } // namespace Vok::Detail

@@ -46,6 +46,7 @@ void BatchWriter::write( NboAttrLog::Out & out )
    ++written_;
    body_.clear();
    queue_.clear();
+   belonging_.clear();
    try {
       if ( whole_ ) {
          writeWhole();
@@ -63,6 +64,7 @@ void BatchWriter::write( NboAttrLog::Out & out )
       node->written();
       dirty_.remove( *node );
    }
+   belonging_.clear();
    whole_ = false;
    described_ = types_.size();
    sweepLoose();
