@@ -1,7 +1,8 @@
-// Random changes of a tree of the test module, and the comparison of two trees through reflection.
+// Random changes of a tree of the test module, through its typed mutators.
 #pragma once
 
 #include "tests/model/Everything.h"
+#include "tests/support/DescribeTree.h"
 #include "tests/support/Random.h"
 
 #include "Vok/Vok.h"
@@ -44,10 +45,5 @@ class RandomTree {
    Test::Root & root_;
    Random & random_;
 };
-
-/// Every attribute and member of a tree as text, one a line, children below their parents: equal
-/// trees have equal descriptions. References appear as paths, or as what they lead to outside the
-/// tree.
-std::string describeTree( const Vok::Entity & root );
 
 } // namespace TestSupport

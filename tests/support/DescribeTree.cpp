@@ -1,5 +1,7 @@
 // A tree as text, read through reflection alone.
-#include "tests/Vok/RandomTree.h"
+#include "tests/support/DescribeTree.h"
+
+#include "Vok/Vok.h"
 
 namespace TestSupport {
 
