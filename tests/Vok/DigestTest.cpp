@@ -217,6 +217,54 @@ TEST( DigestTest, everySingleDifferenceBelowCounts )
    }
 }
 
+// What is outside refers to itself, into the tree, and farther outside.
+TEST( DigestTest, whatIsReferredToOutsideRefersInItsTurn )
+{
+   const auto made = []( std::function< void( Root &, ::Test::Tree & outside ) > link ) {
+      const Ptr< Root > root = Root::RootIs( "r" );
+      root->treeIs( "inside" );
+      root->treeIs( "other" );
+      const auto outside = ::Test::Tree::TreeIs( "outside" );
+      outside->kidsIs( "below" );
+      root->leafRefsIs( outside );
+      link( *root, *outside );
+      const Corvo::String digest = treeDigest( *root ).text();
+      outside->linksDelAll(); // a circle of references would never go
+      return digest;
+   };
+   const auto farther = []( std::uint32_t depth ) {
+      return [ depth ]( Root &, ::Test::Tree & outside ) {
+         const auto far = ::Test::Tree::TreeIs( "far" );
+         far->depthIs( depth );
+         outside.linksIs( far );
+      };
+   };
+   const std::set< std::string > digests = {
+      std::string( made( []( Root &, ::Test::Tree & ) {} ) ),
+      std::string( made( []( Root & r, ::Test::Tree & o ) { o.linksIs( r.tree( "inside" ) ); } ) ),
+      std::string( made( []( Root & r, ::Test::Tree & o ) { o.linksIs( r.tree( "other" ) ); } ) ),
+      std::string( made( []( Root &, ::Test::Tree & o ) { o.linksIs( &o ); } ) ),
+      std::string( made( []( Root &, ::Test::Tree & o ) { o.linksIs( o.kids( "below" ) ); } ) ),
+      std::string( made( farther( 0 ) ) ),
+   };
+   EXPECT_EQ( digests.size(), 6U );
+   EXPECT_EQ( made( farther( 0 ) ), made( farther( 1 ) ) ) << "that far only its arguments count";
+   EXPECT_EQ( made( []( Root & r, ::Test::Tree & o ) { o.linksIs( r.tree( "inside" ) ); } ),
+         made( []( Root & r, ::Test::Tree & o ) { o.linksIs( r.tree( "inside" ) ); } ) );
+}
+
+TEST( DigestTest, aReferenceToNothingCountsAsThat )
+{
+   const Ptr< Root > root = Root::RootIs( "r" );
+   const auto kid = root->treeIs( "k" );
+   root->bindingsIs( Label( "l" ), kid, ::Test::blue );
+   const Vok::Digest bound = treeDigest( *root );
+   root->bindingsDel( Label( "l" ) );
+   root->bindingsIs( Label( "l" ), Ptr< ::Test::Tree >(), ::Test::blue );
+   EXPECT_NE( treeDigest( *root ), bound );
+   EXPECT_EQ( treeDigest( *root ), treeDigest( *root ) );
+}
+
 TEST( DigestTest, theTypeCounts )
 {
    EXPECT_NE(

@@ -228,9 +228,48 @@ void RandomTree::changeGroup( Test::Group & group )
    }
 }
 
+// An entity below `z`, or one outside the tree. Neither refers to others: references are counted,
+// and a circle of them would never go.
+Corvo::Ptr< Test::Tree > RandomTree::somewhere()
+{
+   Corvo::Ptr< Test::Tree > at =
+         random_.oneIn( 8 ) ? Test::Tree::TreeIs( name() ) : root_.treeIs( "z" );
+   while ( random_.oneIn( 2 ) ) {
+      at = at->kidsIs( name() );
+   }
+   return at;
+}
+
+void RandomTree::changeMembers( Test::Tree & tree )
+{
+   const std::uint32_t key = random_.below( 6 );
+   switch ( random_.below( 8 ) ) {
+   case 0:
+   case 1:
+      return tree.remarksIs( key, text() );
+   case 2:
+      tree.remarksDel( key );
+      return;
+   case 3:
+      return tree.dotsIs( key );
+   case 4:
+      return tree.bestIs( key == 0 ? std::nullopt : Vok::Optional< Test::Narrow >( narrow() ) );
+   case 5:
+   case 6:
+      return tree.linksIs( somewhere() );
+   default:
+      tree.linksDel( name() );
+      tree.dotsDel( key );
+   }
+}
+
 void RandomTree::changeTree( Test::Tree & tree )
 {
-   switch ( random_.below( 8 ) ) {
+   switch ( random_.below( 12 ) ) {
+   case 8:
+   case 9:
+   case 10:
+      return changeMembers( tree );
    case 0:
       return tree.depthIs( random_.below( 100 ) );
    case 1:
@@ -266,7 +305,7 @@ void RandomTree::changeChildren()
    case 2:
       return changeTree( *root_.treeIs( name() ) );
    case 3:
-      root_.treeDel( name() );
+      root_.treeDel( random_.oneIn( 4 ) ? Corvo::String( "z" ) : name() );
       return;
    case 4: {
       const std::uint32_t seqno = random_.below( 5 );

@@ -32,6 +32,8 @@ class RandomTree {
    void changeSet();
    void changeChildren();
    void changeTree( Test::Tree & tree );
+   void changeMembers( Test::Tree & tree );
+   Corvo::Ptr< Test::Tree > somewhere();
    void changeGroup( Test::Group & group );
    void changeSingles();
    void changeReferences();

@@ -36,6 +36,45 @@ TEST_F( StreamReferenceTest, intoTheTreeIsTheReplicasOwnEntity )
    EXPECT_EQ( replica.root->bindings( ::Test::Label( "l" ) )->target(), there );
 }
 
+TEST_F( StreamReferenceTest, aRootMayHaveAReferenceAmongItsArguments )
+{
+   const auto target = ::Test::Tree::TreeIs( "t" );
+   target->depthIs( 3 );
+   const auto made = [ & ] {
+      return ::Test::Binding::BindingIs( ::Test::Label( "l" ), target, ::Test::Colour::blue );
+   };
+   const auto root = made();
+   const auto copy = made();
+   Vok::EntityVokNboAttrLogSa writer( root );
+   Vok::EntityVokNboAttrLogReader reader( copy );
+   Vok::NboAttrLog::Out out;
+   writer.write( out );
+   Vok::NboAttrLog::In in( out.bytes() );
+   reader.read( in );
+   EXPECT_EQ( Vok::treeDigest( *root ), Vok::treeDigest( *copy ) );
+}
+
+TEST_F( StreamReferenceTest, whatLeavesLetsGoOfWhatItReferredTo )
+{
+   const auto outside = ::Test::Tree::TreeIs( "outside" );
+   const auto below = outside->kidsIs( "below" );
+   source.root->treeIs( "a" )->kidsIs( "b" )->linksIs( outside );
+   source.root->treeIs( "c" )->linksIs( below );
+   send();
+   const Corvo::Ptr< const ::Test::Tree > there =
+         replica.root->tree( "a" )->kids( "b" )->links( "outside" );
+   EXPECT_EQ( replica.root->tree( "c" )->links( "below" ), there->kids( "below" ) );
+   source.root->treeDel( "a" );
+   send();
+   EXPECT_EQ( there->refCount(), 1U );
+   send(); // that `below` stands alone now
+   outside->depthIs( 5 );
+   EXPECT_FALSE( source.writer.hasChanges() ) << "nothing leads there any more";
+   below->depthIs( 6 );
+   send();
+   EXPECT_EQ( replica.root->tree( "c" )->links( "below" )->depth(), 6U );
+}
+
 TEST_F( StreamReferenceTest, anEntityThatLeftTheTreeIsHeldParentless )
 {
    const auto tree = source.root->treeIs( "a" );

@@ -82,6 +82,22 @@ TEST( TypeDataFieldTest, flagsAreFieldsOfTheirOwn )
    EXPECT_EQ( type.attribute( "maskFirst" )->id(), 6U );
 }
 
+TEST( TypeDataFieldTest, flagsStandInWordsOfAnyWidth )
+{
+   ::Test::Registers registers;
+   const TypeData & type = typeOf( "Registers" );
+   for ( const char * flag : { "smallTop", "halfTop", "wordTop", "wideTop" } ) {
+      EXPECT_EQ( type.fieldGet( &registers, flag ), "false" ) << flag;
+      type.fieldSet( &registers, flag, "true" );
+      EXPECT_EQ( type.fieldGet( &registers, flag ), "true" ) << flag;
+   }
+   EXPECT_EQ( registers, ::Test::Registers( 0x80, 0x8000, 0x80000000, 0x8000000000000000 ) );
+   EXPECT_EQ( type.fieldGet( nullptr, "wideMask" ), "9223372036854775808" );
+   registers.wordTopIs( false );
+   type.fieldSet( &registers, "wideTop", "false" );
+   EXPECT_EQ( registers, ::Test::Registers( 0x80, 0x8000, 0, 0 ) );
+}
+
 TEST( TypeDataFieldTest, settingChecksAsTheMutatorDoes )
 {
    ::Test::Level level( 3 );

@@ -69,20 +69,6 @@ std::string valueLiteral(
    return scope.name( type.fullName ) + "( " + literal( value, field->type, scope ) + " )";
 }
 
-std::string ownDefault( const Type & type, const Scope & scope )
-{
-   switch ( type.kind ) {
-   case TypeKind::boolean:
-      return "false";
-   case TypeKind::number:
-      return "0";
-   case TypeKind::real:
-      return "0.0";
-   default:
-      return scope.type( type ) + "()";
-   }
-}
-
 } // namespace
 
 std::string numberLiteral( std::uint64_t number )
@@ -98,9 +84,6 @@ std::uint64_t numberOf( const Constant & value )
 
 std::string literal( const Constant & value, const Type & type, const Scope & scope )
 {
-   if ( value.kind == Constant::Kind::ownDefault ) {
-      return ownDefault( type, scope );
-   }
    switch ( type.kind ) {
    case TypeKind::boolean:
       return value.boolean ? "true" : "false";

@@ -133,7 +133,10 @@ class VOK_EXPORT Root : public Vok::Entity {
    static constexpr Vok::AttrId levelAttrId = 264;
    static constexpr Vok::AttrId startAttrId = 265;
    static constexpr Vok::AttrId endAttrId = 266;
-   static constexpr Vok::AttrId mostAttrId = 267;
+   static constexpr Vok::AttrId bareAttrId = 267;
+   static constexpr Vok::AttrId firstAttrId = 268;
+   static constexpr Vok::AttrId spanAttrId = 269;
+   static constexpr Vok::AttrId mostAttrId = 270;
 
    /// A new Root with this name, without a parent.
    static Corvo::Ptr< Root > RootIs( const Corvo::String & name );
@@ -176,6 +179,18 @@ class VOK_EXPORT Root : public Vok::Entity {
    const Corvo::Duration & end() const noexcept;
    void endIs( const Corvo::Duration & v );
 
+   /// nothing stated
+   double bare() const noexcept;
+   void bareIs( double v );
+
+   /// nothing stated
+   const Vok::Seconds & first() const noexcept;
+   void firstIs( const Vok::Seconds & v );
+
+   /// nothing stated
+   const Corvo::Duration & span() const noexcept;
+   void spanIs( const Corvo::Duration & v );
+
    /// a constant takes an id
    static constexpr std::uint32_t most() noexcept { return 7; }
 
@@ -200,6 +215,9 @@ class VOK_EXPORT Root : public Vok::Entity {
    Level level_ = Level( 3 );
    Vok::Seconds start_ = Vok::Seconds( 0.0 );
    Corvo::Duration end_ = Corvo::Duration::infinity();
+   double bare_ = 0.0;
+   Vok::Seconds first_ = Vok::Seconds( 0.0 );
+   Corvo::Duration span_ = Corvo::Duration( 0.0 );
 };
 
 /// The same as Root::RootIs().
@@ -260,6 +278,21 @@ inline const Corvo::Duration & Root::end() const noexcept { return end_; }
 inline void Root::endIs( const Corvo::Duration & v )
 {
    Vok::Attribute::plainIs( *this, endAttrId, end_, v );
+}
+
+inline double Root::bare() const noexcept { return bare_; }
+inline void Root::bareIs( double v ) { Vok::Attribute::plainIs( *this, bareAttrId, bare_, v ); }
+
+inline const Vok::Seconds & Root::first() const noexcept { return first_; }
+inline void Root::firstIs( const Vok::Seconds & v )
+{
+   Vok::Attribute::plainIs( *this, firstAttrId, first_, v );
+}
+
+inline const Corvo::Duration & Root::span() const noexcept { return span_; }
+inline void Root::spanIs( const Corvo::Duration & v )
+{
+   Vok::Attribute::plainIs( *this, spanAttrId, span_, v );
 }
 
 } // namespace Test

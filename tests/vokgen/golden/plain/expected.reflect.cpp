@@ -164,6 +164,39 @@ struct Test::Root::VokTable {
       } },
       { {
             .id = 267,
+            .name = "bare",
+            .documentation = "nothing stated",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "double",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Root, bare_ ),
+            .value = &Vok::Detail::valueOps< double >,
+      } },
+      { {
+            .id = 268,
+            .name = "first",
+            .documentation = "nothing stated",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "Vok::Seconds",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Root, first_ ),
+            .value = &Vok::Detail::valueOps< Vok::Seconds >,
+      } },
+      { {
+            .id = 269,
+            .name = "span",
+            .documentation = "nothing stated",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "Corvo::Duration",
+            .defaultText = "0",
+            .offset = VOK_OFFSET( Root, span_ ),
+            .value = &Vok::Detail::valueOps< Corvo::Duration >,
+      } },
+      { {
+            .id = 270,
             .name = "most",
             .documentation = "a constant takes an id",
             .kind = Vok::AttributeKind::constant,
@@ -196,20 +229,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_07a89ad3fdc6c3a3_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_07a89ad3fdc6c3a3_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_af53cdd21e3c34d1_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_af53cdd21e3c34d1_vokModule( {
       .name = "Sample",
       .documentation = "Plain attributes of every type, and counters.",
-      .fingerprint = 0x07a89ad3fdc6c3a3,
+      .fingerprint = 0xaf53cdd21e3c34d1,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_07a89ad3fdc6c3a3_vokModule;
+   return _Sample_af53cdd21e3c34d1_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_07a89ad3fdc6c3a3_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_af53cdd21e3c34d1_vokModule );
 } // namespace
