@@ -15,15 +15,15 @@
 namespace {
 
 using Corvo::Ptr;
+using ::Test::Narrow;
+using ::Test::Pair;
+using ::Test::Root;
+using ::Test::Tree;
 using TestSupport::Bytes;
 using TestSupport::Counter;
 using TestSupport::Replica;
 using TestSupport::Source;
 using TestSupport::StepMeter;
-using ::Test::Narrow;
-using ::Test::Pair;
-using ::Test::Root;
-using ::Test::Tree;
 
 /// Runs one thing of a size, and says how many steps it takes, without what prepares it.
 struct Work {

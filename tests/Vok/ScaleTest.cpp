@@ -14,12 +14,12 @@ namespace {
 using Corvo::Ptr;
 using Corvo::strepToValue;
 using Corvo::valueToStrep;
+using ::Test::Tree;
 using TestSupport::Bytes;
 using TestSupport::Counter;
 using TestSupport::expectEqual;
 using TestSupport::Replica;
 using TestSupport::Source;
-using ::Test::Tree;
 
 // Sanitizers take an order of magnitude more of all.
 constexpr bool sanitized =
