@@ -8,6 +8,7 @@
 #include "Vok/Entity.h"
 #include "Vok/Exceptions.h"
 #include "Vok/FlowOut.h"
+#include "Vok/Follow.h"
 #include "Vok/Generated.h"
 #include "Vok/HSet.h"
 #include "Vok/HashMap2018.h"
