@@ -87,7 +87,8 @@ Corvo::String trackingTypeString( FlowTrackingType type )
    case FlowTrackingType::none:
       break;
    }
-   unknownCode( 24, "Corvo::String FlowTracking::trackingTypeString(FlowTracking::FlowTrackingType)",
+   unknownCode( 24,
+         "Corvo::String FlowTracking::trackingTypeString(FlowTracking::FlowTrackingType)",
          "Unknown flow tracking type ", static_cast< unsigned >( type ) );
 }
 

@@ -167,7 +167,7 @@ void Publisher::removeSlot( std::uint32_t slot ) noexcept
 void Publisher::compact() noexcept
 {
    NotifieeList & list = *list_;
-   if ( list.depth != 0 ) {
+   if ( busy() ) {
       return;
    }
    if ( list.used > 2 * list.live ) {

@@ -21,6 +21,7 @@ using AttrId = std::uint32_t;
 
 namespace Detail {
 
+class DirtyState;
 struct EntityAccess;
 struct EntityLink;
 struct NotifieeList;
@@ -151,11 +152,14 @@ class VOK_EXPORT Publisher {
 
  private:
    friend class Notifiee;
+   friend class Vok::Detail::DirtyState;
    friend struct Vok::Detail::EntityAccess;
    friend struct Vok::Detail::EntityLink;
    friend class Vok::Detail::PendingTell;
 
    bool anyLive() const noexcept;
+   bool busy() const noexcept;
+   bool inOrder() const noexcept;
    void close() noexcept;
    void linksMoved() noexcept;
    void compact() noexcept;
@@ -178,6 +182,8 @@ struct NotifieeList {
    std::uint32_t used = 0; ///< slots in use, holes included
    std::uint32_t capacity = 0; ///< slots there are
    std::uint32_t depth = 0; ///< notifications that run now
+   std::uint32_t holds = 0; ///< changes of a batch that are stored and not told yet
+   bool ofBatch = false; ///< what is told now is one of them
    EntityLink * links = nullptr;
    Corvo::Notifiee ** slots = nullptr;
 };
@@ -205,4 +211,16 @@ struct EntityLink {
 inline bool Corvo::Publisher::anyLive() const noexcept
 {
    return list_->live != 0;
+}
+
+/// Whether changes may have been stored of which not all notifiees have been told.
+inline bool Corvo::Publisher::busy() const noexcept
+{
+   return list_ && ( list_->depth != 0 || list_->holds != 0 );
+}
+
+/// Whether the change that is told now is told before any later one of the same member.
+inline bool Corvo::Publisher::inOrder() const noexcept
+{
+   return list_->depth == 1 && ( list_->holds == 0 || list_->ofBatch );
 }

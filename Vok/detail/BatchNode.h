@@ -24,13 +24,14 @@ class BatchWriter::Node final : public FlowOutBase {
    }
    void written() noexcept
    {
-      dirty().clear();
+      dirty().clear( entity->publisher() );
       left = false;
    }
 
    /// As if no batch had been written; the node keeps its number and its birth.
    void forget() noexcept
    {
+      dirty().writtenWhole( entity->publisher() );
       known = 0;
       references = 0;
       outside = false;

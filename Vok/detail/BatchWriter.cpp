@@ -66,7 +66,11 @@ void BatchWriter::Node::onChange( const Corvo::Change & change )
       owner.noteLost();
       return;
    }
-   owner.becameDirty( *this );
+   if ( dirty().any() || left ) {
+      owner.becameDirty( *this );
+   } else {
+      owner.dirty_.remove( *this ); // what came has gone, and all is as it was written
+   }
 }
 
 void BatchWriter::Node::publisherGone( Corvo::Publisher & ) noexcept

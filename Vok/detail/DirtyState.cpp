@@ -3,6 +3,7 @@
 
 #include "Vok/TypeData.h"
 #include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Storage.h"
 #include "Vok/detail/StreamOps.h"
 
 #include <algorithm>
@@ -31,26 +32,37 @@ std::size_t DirtyState::indexOf( const TypeData & type, AttrId id ) noexcept
    return id < 258 ? 0 : id - 258 + named;
 }
 
-bool DirtyState::note( const Corvo::Change & change )
+void DirtyState::note( const Corvo::Change & change )
 {
    const std::size_t index = indexOf( *type_, change.attrId );
    const AttributeRow & row = type_->attributes()[ index ].row();
-   bool fresh = false;
    if ( row.collection && row.collection->stream->dirtyKeys ) {
-      auto set = std::find_if( keySets_.begin(), keySets_.end(),
-            [ index ]( const KeySet & s ) { return s.index == index; } );
-      if ( set == keySets_.end() ) {
-         keySets_.push_back( { index, row.collection->stream->dirtyKeys() } );
-         set = keySets_.end() - 1;
-      }
-      fresh = set->keys->add( change.keyAddress() );
-      keyCount_ += fresh ? 1 : 0;
+      noteKey( change, index, row );
+   } else {
+      words()[ index / 64 ] |= std::uint64_t{ 1 } << index % 64;
    }
-   std::uint64_t & word = words()[ index / 64 ];
+}
+
+void DirtyState::noteKey(
+      const Corvo::Change & change, std::size_t index, const AttributeRow & row )
+{
+   auto set = std::find_if( keySets_.begin(), keySets_.end(),
+         [ index ]( const KeySet & s ) { return s.index == index; } );
+   if ( set == keySets_.end() ) {
+      keySets_.push_back( { index, row.collection->stream->dirtyKeys() } );
+      set = keySets_.end() - 1;
+   }
+   // Changes of one member may be told in another order than they were stored in, when notifiees
+   // make some: then nothing is known of what was before.
+   const bool insertion =
+         !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
+   set->keys->note( change.keyAddress(), insertion, [ & ] {
+      return row.collection->find( storageOf( change.entity, row ), change.keyAddress() ) != nullptr;
+   } );
+   keysChanged_ = true;
    const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;
-   fresh = fresh || ( word & bit ) == 0;
-   word |= bit;
-   return fresh;
+   std::uint64_t & word = words()[ index / 64 ];
+   word = set->keys->size() != 0 ? word | bit : word & ~bit;
 }
 
 bool DirtyState::any() const noexcept
@@ -68,11 +80,17 @@ const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
    return nullptr;
 }
 
-void DirtyState::clear() noexcept
+void DirtyState::clear( const Corvo::Publisher & publisher ) noexcept
 {
    std::fill( words(), words() + wordCount(), 0 );
    keySets_.clear();
-   keyCount_ = 0;
+   keysChanged_ = false;
+   trusting_ = !publisher.busy();
+}
+
+void DirtyState::writtenWhole( const Corvo::Publisher & publisher ) noexcept
+{
+   trusting_ = trusting_ && !publisher.busy();
 }
 
 } // namespace Vok::Detail

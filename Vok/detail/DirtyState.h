@@ -16,6 +16,7 @@ class TypeData;
 namespace Detail {
 
 class DirtyKeys;
+struct AttributeRow;
 
 /// A bit per attribute, and for each collection that has any the set of its changed keys.
 /// Attributes are counted as the type's table lists them.
@@ -24,12 +25,13 @@ class VOK_EXPORT DirtyState {
    explicit DirtyState( const TypeData & type );
    ~DirtyState();
 
-   /// Takes note of a change; whether it was a new one. Throws std::bad_alloc, and then nothing
-   /// is noted.
-   bool note( const Corvo::Change & change );
+   /// Takes note of a change. Throws std::bad_alloc, and then nothing is noted.
+   void note( const Corvo::Change & change );
 
    bool any() const noexcept;
-   bool hasKeys() const noexcept { return keyCount_ != 0; }
+
+   /// Whether a collection has changed, though it may be again as it was.
+   bool hasKeys() const noexcept { return keysChanged_; }
    bool attribute( std::size_t index ) const noexcept
    {
       return ( words()[ index / 64 ] >> index % 64 & 1 ) != 0;
@@ -38,7 +40,12 @@ class VOK_EXPORT DirtyState {
    /// The changed keys of a collection; null where there are none.
    const DirtyKeys * keys( std::size_t index ) const noexcept;
 
-   void clear() noexcept;
+   /// All of it is in a batch. `publisher` is that of the entity.
+   void clear( const Corvo::Publisher & publisher ) noexcept;
+
+   /// The entity is written as it is, with changes that are perhaps not noted yet: of those noted
+   /// from now on, none tells what a reader has not.
+   void writtenWhole( const Corvo::Publisher & publisher ) noexcept;
 
    /// The number of an attribute in the table of its type.
    static std::size_t indexOf( const TypeData & type, AttrId id ) noexcept;
@@ -56,8 +63,11 @@ class VOK_EXPORT DirtyState {
    const TypeData * type_;
    std::uint64_t one_ = 0; // the bits of a type of at most 64 attributes
    std::unique_ptr< std::uint64_t[] > many_; // those of a larger one
+   void noteKey( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
+
    std::vector< KeySet > keySets_;
-   std::size_t keyCount_ = 0;
+   bool keysChanged_ = false;
+   bool trusting_ = true; // a first insertion tells that a reader has no such member
 };
 
 } // namespace Detail

@@ -2,6 +2,7 @@
 #include "Vok/detail/PendingTell.h"
 
 #include <exception>
+#include <utility>
 
 namespace Vok::Detail {
 
@@ -27,7 +28,7 @@ void PendingTell::hold( Entry & entry ) noexcept
    if ( publisher.hasNotifiee() ) {
       entry.held = true;
       entry.upTo = publisher.list_->used;
-      ++publisher.list_->depth;
+      ++publisher.list_->holds;
    }
 }
 
@@ -36,7 +37,7 @@ void PendingTell::letGo( Entry & entry ) noexcept
    if ( entry.held ) {
       Corvo::Publisher & publisher = entry.change->owner->publisher();
       entry.held = false;
-      --publisher.list_->depth;
+      --publisher.list_->holds;
       publisher.compact();
    }
 }
@@ -57,6 +58,8 @@ void PendingTell::tell()
          continue;
       }
       Staged & change = *entry.change;
+      bool & ofBatch = change.owner->publisher().list_->ofBatch;
+      const bool outer = std::exchange( ofBatch, true );
       const auto tellOne = [ & ]( AnyValue key, AnyValue oldValue ) {
          try {
             change.owner->publisher().tell(
@@ -68,6 +71,7 @@ void PendingTell::tell()
          }
       };
       change.notify( tellOne );
+      ofBatch = outer;
       letGo( entry );
    }
    if ( first ) {

@@ -21,40 +21,55 @@
 
 namespace Vok::Detail {
 
-/// The keys of a collection whose members changed since the last batch, each once.
+/// The keys of a collection whose members changed since the last batch, each once. A key that was
+/// not there at the last batch, and is not there now, is forgotten: however many came and went, the
+/// notes are bounded by what there was and what there is.
 class DirtyKeys {
  public:
    virtual ~DirtyKeys() = default;
 
-   /// Adds a copy of a key; false where it is there already. Throws std::bad_alloc.
-   virtual bool add( const void * key ) = 0;
+   /// Takes note of a change under a key, a copy of which may be kept. `insertion`: where this is
+   /// the first change since the last batch, there was no member then unless `present()` says that
+   /// there is none now. Throws std::bad_alloc, and then nothing is noted.
+   virtual void note( const void * key, bool insertion, FunctionRef< bool() > present ) = 0;
    virtual bool contains( const void * key ) const = 0;
    virtual std::size_t size() const = 0;
-   virtual void clear() noexcept = 0;
    virtual void each( FunctionRef< void( const void * key ) > visit ) const = 0;
 };
 
 template< class Key > class DirtyKeysOf final : public DirtyKeys {
  public:
-   bool add( const void * key ) override
+   void note( const void * key, bool insertion, FunctionRef< bool() > present ) override
    {
-      return keys_.insert( *static_cast< const Key * >( key ) );
+      const Key & k = *static_cast< const Key * >( key );
+      if ( fresh_.find( k ) ) {
+         if ( !present() ) {
+            fresh_.erase( k );
+         }
+      } else if ( !known_.find( k ) ) {
+         ( insertion && present() ? fresh_ : known_ ).insert( k );
+      }
    }
    bool contains( const void * key ) const override
    {
-      return keys_.find( *static_cast< const Key * >( key ) ) != nullptr;
+      const Key & k = *static_cast< const Key * >( key );
+      return known_.find( k ) || fresh_.find( k );
    }
-   std::size_t size() const override { return keys_.size(); }
-   void clear() noexcept override { keys_.clear(); }
+   std::size_t size() const override { return known_.size() + fresh_.size(); }
    void each( FunctionRef< void( const void * key ) > visit ) const override
    {
-      for ( typename HSet< Key >::Cursor cursor( keys_ ); !cursor.atEnd(); cursor.next() ) {
-         visit( &cursor.node()->key );
+      for ( const Keys * const keys : { &known_, &fresh_ } ) {
+         for ( typename Keys::Cursor cursor( *keys ); !cursor.atEnd(); cursor.next() ) {
+            visit( &cursor.node()->key );
+         }
       }
    }
 
  private:
-   HSet< Key > keys_;
+   using Keys = HSet< Key >;
+
+   Keys known_; // may have been there at the last batch
+   Keys fresh_; // were not there
 };
 
 struct StreamOps {

@@ -5,33 +5,63 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 namespace {
 
 using namespace FlowTrackerTest;
 using namespace FlowTracking;
-using TestSupport::EntityTable;
+using TestSupport::expectEntity;
 
-class ConfigAttributes : public testing::TestWithParam< EntityTable > {
-};
-
-TEST_P( ConfigAttributes, areAsTheTableSays )
+TEST( ConfigAttributesTest, congestionConfigIsAsItsTableSays )
 {
-   TestSupport::expectEntity( GetParam() );
+   expectEntity( congestionConfig() );
 }
 
-std::string typeOf( const testing::TestParamInfo< EntityTable > & table )
+TEST( ConfigAttributesTest, effectiveCongestionConfigIsAsItsTableSays )
 {
-   return std::string( table.param.type.substr( table.param.type.rfind( ':' ) + 1 ) );
+   expectEntity( effectiveCongestionConfig() );
 }
 
-INSTANTIATE_TEST_SUITE_P( Of, ConfigAttributes,
-      testing::Values( congestionConfig(), effectiveCongestionConfig(), flowGroup(),
-            flowTrackerIntfConfig(), flowTrackerIntfConfigs(), dumpBuffersInstructions(),
-            exporterConfig(), flowTrackerConfig(), config(), mirrorOnDropConfig() ),
-      typeOf );
+TEST( ConfigAttributesTest, flowGroupIsAsItsTableSays )
+{
+   expectEntity( flowGroup() );
+}
+
+TEST( ConfigAttributesTest, flowTrackerIntfConfigIsAsItsTableSays )
+{
+   expectEntity( flowTrackerIntfConfig() );
+}
+
+TEST( ConfigAttributesTest, flowTrackerIntfConfigsIsAsItsTableSays )
+{
+   expectEntity( flowTrackerIntfConfigs() );
+}
+
+TEST( ConfigAttributesTest, dumpBuffersInstructionsIsAsItsTableSays )
+{
+   expectEntity( dumpBuffersInstructions() );
+}
+
+TEST( ConfigAttributesTest, exporterConfigIsAsItsTableSays )
+{
+   expectEntity( exporterConfig() );
+}
+
+TEST( ConfigAttributesTest, flowTrackerConfigIsAsItsTableSays )
+{
+   expectEntity( flowTrackerConfig() );
+}
+
+TEST( ConfigAttributesTest, configIsAsItsTableSays )
+{
+   expectEntity( config() );
+}
+
+TEST( ConfigAttributesTest, mirrorOnDropConfigIsAsItsTableSays )
+{
+   expectEntity( mirrorOnDropConfig() );
+}
 
 /// The constants of a type, in declared order, are the numbers from 258 on.
 void expectConsecutive( const std::vector< Vok::AttrId > & ids )

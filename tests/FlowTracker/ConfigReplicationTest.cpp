@@ -118,18 +118,16 @@ std::string neverAway( const EntityTable & root, const std::set< std::string > &
    return never;
 }
 
-class ConfigReplication : public testing::TestWithParam< EntityTable > {
-};
-
-TEST_P( ConfigReplication, everyAttributeAwayFromItsDefaultReplicatesAndSurvivesAResync )
+/// Every attribute away from its default replicates, survives a resync and reaches a late reader.
+void expectWholeTree( const EntityTable & table )
 {
-   Replicated tree( GetParam() );
+   Replicated tree( table );
    ASSERT_NO_FATAL_FAILURE( tree.follow() );
    const Vok::Digest before = Vok::treeDigest( *tree.root );
-   setTree( tree.root, GetParam() );
+   setTree( tree.root, table );
    std::set< std::string > away;
    collectAway( *tree.root, away );
-   EXPECT_EQ( neverAway( GetParam(), away ), "" );
+   EXPECT_EQ( neverAway( table, away ), "" );
    ASSERT_NO_FATAL_FAILURE( tree.follow() );
    EXPECT_FALSE( before == Vok::treeDigest( *tree.replica ) );
 
@@ -138,7 +136,7 @@ TEST_P( ConfigReplication, everyAttributeAwayFromItsDefaultReplicatesAndSurvives
    tree.writer.resync();
    Vok::NboAttrLog::Out out;
    tree.writer.write( out );
-   const Root late = entityOf( GetParam() );
+   const Root late = entityOf( table );
    Vok::EntityVokNboAttrLogReader reader( late );
    Vok::NboAttrLog::In in( out.data(), out.size() );
    reader.read( in );
@@ -146,12 +144,12 @@ TEST_P( ConfigReplication, everyAttributeAwayFromItsDefaultReplicatesAndSurvives
    EXPECT_EQ( Vok::treeDigest( *tree.root ), Vok::treeDigest( *late ) );
 }
 
-TEST_P( ConfigReplication, randomTreesFollow )
+void expectRandomTrees( const EntityTable & table )
 {
    std::set< std::string > away;
    for ( std::uint64_t seed = 0; seed != 60; ++seed ) {
       TestSupport::Random random( seed );
-      Replicated tree( GetParam() );
+      Replicated tree( table );
       TestSupport::RandomEntity changes( *tree.root, random );
       for ( unsigned round = 0; round != 40; ++round ) {
          changes.changes( 1 + random.below( 60 ) );
@@ -162,18 +160,26 @@ TEST_P( ConfigReplication, randomTreesFollow )
       }
       collectAway( *tree.replica, away );
    }
-   EXPECT_EQ( neverAway( GetParam(), away ), "" );
+   EXPECT_EQ( neverAway( table, away ), "" );
 }
 
-std::string typeOf( const testing::TestParamInfo< EntityTable > & table )
+TEST( ConfigReplicationTest, everyAttributeAwayFromItsDefault )
 {
-   return std::string( table.param.type.substr( table.param.type.rfind( ':' ) + 1 ) );
+   expectWholeTree( config() );
+   expectWholeTree( mirrorOnDropConfig() );
 }
 
-INSTANTIATE_TEST_SUITE_P( Of, ConfigReplication,
-      testing::Values( config(), mirrorOnDropConfig() ), typeOf );
+TEST( ConfigReplicationTest, randomTrees )
+{
+   expectRandomTrees( config() );
+}
 
-TEST( BindingReplicationTest, bindingsFollow )
+TEST( ConfigReplicationTest, randomTreesOfMirrorOnDrop )
+{
+   expectRandomTrees( mirrorOnDropConfig() );
+}
+
+TEST( ConfigReplicationTest, randomBindings )
 {
    for ( std::uint64_t seed = 0; seed != 60; ++seed ) {
       TestSupport::Random random( seed );

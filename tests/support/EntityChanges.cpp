@@ -84,6 +84,7 @@ class Changes {
       case AttributeKind::child:
          return child();
       case AttributeKind::constant:
+      case AttributeKind::derived:
          return refused();
       default:
          return;

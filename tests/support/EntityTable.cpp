@@ -71,6 +71,11 @@ Form children( std::string_view type, std::string_view field, std::string_view k
    return form( AttributeKind::children, type, keyType, field );
 }
 
+Form references( std::string_view type, std::string_view field, std::string_view keyType )
+{
+   return form( AttributeKind::references, type, keyType, field );
+}
+
 Form child( std::string_view type )
 {
    return form( AttributeKind::child, type );
@@ -81,6 +86,17 @@ Form constructedChild( std::string_view type )
    Form made = child( type );
    made.constructed = true;
    return made;
+}
+
+Form derived( std::string_view type )
+{
+   return fixed( form( AttributeKind::derived, type ) );
+}
+
+Form ordered( Form collection )
+{
+   collection.ordered = true;
+   return collection;
 }
 
 Form function()
@@ -96,10 +112,13 @@ std::vector< SetBounds > within(
 
 namespace {
 
-/// The default as the record gives it: constructor arguments have none.
+/// The default as the record gives it: constructor arguments and what is derived have none.
 std::string_view presetOf( const AttributeRow & row )
 {
-   return row.form.kind == AttributeKind::constructorArgument ? std::string_view() : row.preset;
+   const AttributeKind kind = row.form.kind;
+   return kind == AttributeKind::constructorArgument || kind == AttributeKind::derived
+         ? std::string_view()
+         : row.preset;
 }
 
 } // namespace
@@ -112,7 +131,7 @@ void expectRecord( const AttributeData & record, const AttributeRow & row )
    EXPECT_EQ( record.typeName(), row.form.type );
    EXPECT_EQ( record.keyTypeName(), row.form.keyType );
    EXPECT_EQ( record.keyField(), row.form.keyField );
-   EXPECT_FALSE( record.ordered() );
+   EXPECT_EQ( record.ordered(), row.form.ordered );
    EXPECT_EQ( record.settable(), row.form.settable );
    EXPECT_EQ( record.defaultText(), presetOf( row ) );
    EXPECT_EQ( record.lowerText(),

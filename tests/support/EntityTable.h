@@ -17,6 +17,7 @@ struct Form {
    std::string_view type;
    std::string_view keyType;
    std::string_view keyField;
+   bool ordered = false;
    bool settable = true;
    bool constructed = false; ///< a child that is there from the start
 };
@@ -31,9 +32,13 @@ Form map( std::string_view keyType, std::string_view type );
 Form mapBy( std::string_view field, std::string_view keyType, std::string_view type );
 Form children( std::string_view type, std::string_view field = "name",
       std::string_view keyType = "Corvo::String" );
+Form references( std::string_view type, std::string_view field = "name",
+      std::string_view keyType = "Corvo::String" );
 Form child( std::string_view type );
 Form constructedChild( std::string_view type );
+Form derived( std::string_view type );
 Form function();
+Form ordered( Form collection );
 
 /// Bounds that the mutator of a number checks, and what it says of a number beyond them.
 struct SetBounds {
@@ -71,6 +76,7 @@ struct EntityTable {
 
 /// Checks every row of a table, with the records of reflection, with a fresh entity, and with one
 /// change after another: each is heard once, with id, key and old value; an equal value is silent.
+/// References and functions are checked by their records only.
 void expectEntity( const EntityTable & table );
 
 /// The changes of one row alone, on an entity that is as new as far as that row goes.

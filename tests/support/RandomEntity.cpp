@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <stdexcept>
+#include <utility>
 
 namespace TestSupport {
 
@@ -42,7 +43,12 @@ bool isCollection( AttributeKind kind )
 bool holdsCollection( std::string_view type )
 {
    const TypeData * record = Corvo::ModuleInspectData::findType( type );
-   return record && std::any_of( record->attributes().begin(), record->attributes().end(), []( const AttributeData & a ) { return isCollection( a.kind() ); } );
+   if ( !record ) {
+      return false;
+   }
+   const auto members = record->attributes();
+   return std::any_of( members.begin(), members.end(),
+         []( const AttributeData & a ) { return isCollection( a.kind() ); } );
 }
 
 /// What an entity owns, in an order that is not that of a hash table.
@@ -113,10 +119,10 @@ std::string RandomValue::string()
 
 std::string RandomValue::key( std::string_view type )
 {
-   few_ = true;
-   std::string text = this->text( type );
-   few_ = false;
-   return text;
+   const bool before = std::exchange( few_, true );
+   std::string drawn = text( type );
+   few_ = before;
+   return drawn;
 }
 
 std::string RandomValue::text( std::string_view type, std::string_view lower,

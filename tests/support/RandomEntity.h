@@ -40,8 +40,9 @@ class RandomValue {
 };
 
 /// Changes a tree in random ways: every attribute of every entity below the root has its turn, but
-/// for references, for children that refer to entities, and for attributes whose value has no text. Its draws are those of `random` alone,
-/// one after the other: a seed means the same changes with every compiler.
+/// for references, for children that refer to entities, and for attributes whose value has no text.
+/// Its draws are those of `random` alone, one after the other: a seed means the same changes with
+/// every compiler.
 class RandomEntity {
  public:
    RandomEntity( Vok::Entity & root, Random & random ) : root_( root ),
