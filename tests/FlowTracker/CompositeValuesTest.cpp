@@ -1,5 +1,6 @@
 // Values of several fields, wrappers and sets of flags: their fields, text forms and log forms.
 #include "tests/support/NumberTable.h"
+#include "tests/support/ValueForms.h"
 #include "tests/support/ValueTable.h"
 
 #include "FlowTracker/FlowTrackerConfig.h"
@@ -12,25 +13,10 @@ namespace {
 
 using namespace FlowTracking;
 using TestSupport::AttributeRow;
-using TestSupport::constant;
+using TestSupport::expectForms;
 using TestSupport::expectValue;
 using TestSupport::plain;
 using Rows = std::vector< AttributeRow >;
-
-/// The text and the log of a value, and both ways back.
-template< class V >
-void expectForms( const V & value, std::string_view text, const std::string & hex )
-{
-   EXPECT_EQ( Corvo::valueToStrep( value ), text );
-   EXPECT_EQ( Corvo::strepToValue< V >( text ), value );
-   Vok::NboAttrLog::Out out;
-   out << value;
-   EXPECT_EQ( TestSupport::hexOf( out ), hex );
-   EXPECT_EQ( attrLogSize( value ), out.size() );
-   Vok::NboAttrLog::In in( out.data(), out.size() );
-   EXPECT_EQ( V( &in ), value );
-   EXPECT_EQ( in.remaining(), 0U );
-}
 
 TEST( CompositeValuesTest, accessList )
 {

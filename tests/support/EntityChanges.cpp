@@ -34,8 +34,8 @@ void read( std::string_view from, Vok::Value & into )
    into.typeData().strepToValue( range, into.data() );
 }
 
-/// The two values of a map's row. They come from their texts; where the type has none, the first is
-/// made of the key alone and the second has one member more.
+/// The two values of a map's row, of a value type. They come from their texts; where the type has
+/// none, the first is made of the key alone and the second has one member more.
 std::vector< Vok::Value > valuesOf( const AttributeRow & row )
 {
    const Vok::TypeData & type = typeNamed( row.form.type );
@@ -53,6 +53,19 @@ std::vector< Vok::Value > valuesOf( const AttributeRow & row )
             member.typeData().valueToStrep( member.data() ).view() );
    }
    return { first, second };
+}
+
+/// Stores the first or the second value of a map's row under its key, and says what its text is.
+std::string putMember( Vok::Entity & entity, const AttributeData & attribute,
+      const AttributeRow & row, std::size_t which )
+{
+   if ( !Corvo::ModuleInspectData::findType( row.form.type ) ) {
+      attribute.memberIs( entity, row.other, row.more[ which ] );
+      return text( row.more[ which ] );
+   }
+   const Vok::Value value = valuesOf( row )[ which ];
+   attribute.memberValueIs( entity, row.other, value );
+   return text( value.typeData().valueToStrep( value.data() ) );
 }
 
 /// Changes the attribute of one row and says what was heard.
@@ -172,19 +185,15 @@ class Changes {
    void map()
    {
       EXPECT_TRUE( attribute_.keys( entity_ ).empty() );
-      const std::vector< Vok::Value > given = valuesOf( row_ );
-      std::vector< std::string > texts;
-      for ( const Vok::Value & value : given ) {
-         texts.push_back( text( value.typeData().valueToStrep( value.data() ) ) );
-      }
-      attribute_.memberValueIs( entity_, row_.other, given[ 0 ] );
+      const std::string first = putMember( entity_, attribute_, row_, 0 );
       heard( { at( row_.other ) } );
-      attribute_.memberValueIs( entity_, row_.other, given[ 0 ] );
+      EXPECT_EQ( attribute_.member( entity_, row_.other ), first );
+      putMember( entity_, attribute_, row_, 0 );
       heard( {} );
-      attribute_.memberValueIs( entity_, row_.other, given[ 1 ] );
-      heard( { at( row_.other ) + " was " + texts[ 0 ] } );
-      EXPECT_EQ( attribute_.member( entity_, row_.other ), texts[ 1 ] );
-      expectDeleted( at( row_.other ) + " was " + texts[ 1 ] );
+      const std::string second = putMember( entity_, attribute_, row_, 1 );
+      heard( { at( row_.other ) + " was " + first } );
+      EXPECT_EQ( attribute_.member( entity_, row_.other ), second );
+      expectDeleted( at( row_.other ) + " was " + second );
    }
 
    void children()
@@ -231,7 +240,8 @@ void setOther( Vok::Entity & entity, const AttributeData & attribute, const Attr
    case AttributeKind::set:
       return attribute.memberIs( entity, row.other, "" );
    case AttributeKind::map:
-      return attribute.memberValueIs( entity, row.other, valuesOf( row )[ 1 ] );
+      putMember( entity, attribute, row, 1 );
+      return;
    case AttributeKind::children:
    case AttributeKind::child:
       attribute.childIs( entity, row.other, row.more );
