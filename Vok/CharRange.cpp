@@ -195,8 +195,9 @@ char CharRange::escaped()
    const char c = text_[ at_++ ];
    if ( c == 'x' && rest().size() >= 2 && hexDigit( text_[ at_ ] ) < 16 &&
          hexDigit( text_[ at_ + 1 ] ) < 16 ) {
+      const unsigned byte = hexDigit( text_[ at_ ] ) * 16 + hexDigit( text_[ at_ + 1 ] );
       at_ += 2;
-      return static_cast< char >( hexDigit( text_[ at_ - 2 ] ) * 16 + hexDigit( text_[ at_ - 1 ] ) );
+      return static_cast< char >( byte );
    }
    if ( c == 'n' || c == 't' ) {
       return c == 'n' ? '\n' : '\t';

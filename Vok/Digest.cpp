@@ -182,8 +182,8 @@ class Walk {
       own.mix( sum );
    }
 
-   // What a reference says of its target: where in the tree it is. One that leads outside is what it
-   // refers to, and what that refers to outside in turn is told by its constructor arguments alone.
+   // What a reference says of its target: where in the tree it is. One that leads outside is what
+   // it refers to; what that refers to outside in turn is told by its constructor arguments alone.
    Sum targetPart( const Entity * target )
    {
       Sum sum;

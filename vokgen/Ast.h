@@ -155,6 +155,7 @@ enum class TypeKind {
 struct Modifier {
    std::string word; ///< "by hand text" for that one.
    Range range;
+   std::optional< std::string > text = {}; ///< Of "by hand text": the default's text.
 };
 
 struct Type {

@@ -265,6 +265,9 @@ void TypeDeclarer::fillValue( const Ast::Type & source, Model::ValueType & type 
 {
    std::unordered_map< std::string, Range > seen;
    for ( const Ast::Modifier & modifier : source.modifiers ) {
+      if ( modifier.text ) {
+         type.handDefault = modifier.text;
+      }
       const auto [ first, added ] = seen.emplace( modifier.word, modifier.range );
       if ( !added ) {
          scopes_.error( modifier.range, Message::modifierTwice, { modifier.word } );

@@ -134,6 +134,10 @@ void Hasher::value( const Model::ValueType & type )
                type.textByHand, type.logByHand, type.constructorsByHand } ) {
       number( modifier ? 1 : 0 );
    }
+   if ( type.handDefault ) {
+      tag( "default" );
+      text( *type.handDefault );
+   }
    number( type.constructors.size() );
    for ( const Model::ByHandConstructor & constructor : type.constructors ) {
       parameters( constructor.parameters );

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -101,6 +102,7 @@ struct ValueType : RecordType {
    bool hashable = true;
    bool textable = true; ///< has a text constructor; never for one that holds a collection
    bool textByHand = false; ///< its text form is written by hand
+   std::optional< std::string > handDefault; ///< the text, as a string, of its default
    bool logByHand = false; ///< its attribute-log form is written by hand
    bool constructorsByHand = false; ///< none is generated from its fields
    std::vector< ByHandConstructor > constructors;

@@ -266,6 +266,9 @@ void FileParser::byHandModifiers( Ast::Type & type, Range by )
          throw Abandoned();
       }
       type.modifiers.push_back( { "by hand " + what.text, by.upTo( what.range ) } );
+      if ( what.text == "text" && cursor_.current().kind == TokenKind::text ) {
+         type.modifiers.back().text = cursor_.expectText( "the text of the default" );
+      }
    } while ( cursor_.take( "," ) );
 }
 

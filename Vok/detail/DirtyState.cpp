@@ -56,8 +56,9 @@ void DirtyState::noteKey(
    // make some: then nothing is known of what was before.
    const bool insertion =
          !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
-   set->keys->note( change.keyAddress(), insertion, [ & ] {
-      return row.collection->find( storageOf( change.entity, row ), change.keyAddress() ) != nullptr;
+   const void * const key = change.keyAddress();
+   set->keys->note( key, insertion, [ & ] {
+      return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
    } );
    keysChanged_ = true;
    const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;

@@ -69,7 +69,8 @@ template< class V > struct ValueOpsOf {
    static constexpr ValueOps make()
    {
       ValueOps ops{ &typeid( V ), Type::name, sizeof( V ), alignof( V ), construct, copy, destroy,
-         swap, equal, nullptr, nullptr, print, nullptr, encode, decode, check, fixedLogSize< V >() };
+         swap, equal, nullptr, nullptr, print, nullptr, encode, decode, check,
+         fixedLogSize< V >() };
       if constexpr ( requires( const V & v ) { { v < v } -> std::convertible_to< bool >; } ) {
          ops.less = less;
       }

@@ -6,37 +6,16 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <vector>
 
 namespace {
 
 using namespace FlowTracking;
 using TestSupport::AttributeRow;
 using TestSupport::constant;
+using TestSupport::expectFlags;
 using TestSupport::plain;
 using Rows = std::vector< AttributeRow >;
-
-/// Each flag is its bit, read and written without another's.
-void expectFlags( const char * name, const std::vector< std::string > & flags )
-{
-   const Vok::TypeData & type = *Corvo::ModuleInspectData::findType( name );
-   Vok::Value value = type.make();
-   const auto word = [ & ] { return type.fieldGet( value.data(), "value" ); };
-   for ( std::size_t bit = 0; bit != flags.size(); ++bit ) {
-      SCOPED_TRACE( flags[ bit ] );
-      const unsigned mask = 1U << bit;
-      for ( const unsigned before : { 0U, 255U, mask, 255U - mask } ) {
-         for ( const char * flag : { "true", "false" } ) {
-            type.fieldSet( value.data(), "value", std::to_string( before ) );
-            const bool was = ( before & mask ) != 0;
-            EXPECT_EQ( type.fieldGet( value.data(), flags[ bit ] ), was ? "true" : "false" );
-            type.fieldSet( value.data(), flags[ bit ], flag );
-            const unsigned after = *flag == 't' ? before | mask : before & ~mask;
-            EXPECT_EQ( word(), std::to_string( after ) );
-         }
-      }
-   }
-}
 
 TEST( FlagsTest, exporterInactiveReason )
 {

@@ -157,14 +157,15 @@ TEST( AttributeDataTest, defaultsAndBoundsAsTexts )
       { "title", "none", "", "" }, { "colour", "green", "", "" }, { "huge", "hugeTop", "", "" },
       { "level", "3", "", "" }, { "borrowed", "300", "256", "65535" },
       { "pair", R"(Test::Pair[id=0,text="",colour=red,level=5,on=false,time=0])", "", "" },
-      { "flags", "0", "", "" }, { "end", "inf", "", "" }, { "maybe", "", "", "" },
-      { "levelDefault", "7", "", "" }, { "names", "", "", "" }, { "tree", "", "", "" },
+      { "flags", "0", "", "" }, { "address", "0-0", "", "" }, { "end", "inf", "", "" },
+      { "maybe", "", "", "" }, { "levelDefault", "7", "", "" }, { "names", "", "", "" }, { "tree", "", "", "" },
       { "path", "", "", "" } };
    for ( const Texts & t : texts ) {
       EXPECT_EQ( of( t.name ).defaultText(), t.defaultText ) << t.name;
       EXPECT_EQ( of( t.name ).lowerText(), t.lowerText ) << t.name;
       EXPECT_EQ( of( t.name ).upperText(), t.upperText ) << t.name;
    }
+   EXPECT_EQ( of( "address" ).get( *::Test::Root::RootIs( "r" ) ), "0-0" );
    const auto field = []( const char * type ) -> const AttributeData & {
       return Corvo::ModuleInspectData::findType( type )->attributes()[ 0 ];
    };

@@ -22,6 +22,10 @@ EntityTable tree()
       { 260, "groups", ordered( children( "Test::Group", "seqno", "u32" ) ), "", "5", { "g" } },
       { 261, "slots", children( "Test::Slot", "label", "Test::Label" ), "", "s", { "7" } },
       { 262, "hosts", children( "Test::Host", "hostname" ), "", "h" },
+      { 263, "remarks", map( "u32", "Corvo::String" ), "", "7", { "a", "b" } },
+      { 264, "dots", ordered( set( "u32" ) ), "", "7" },
+      { 265, "links", references( "Test::Tree" ), "", "t" },
+      { 266, "best", optional( "Test::Narrow" ), "", "301" },
    };
    return { "Test::Tree", "nameString", rows };
 }
@@ -56,7 +60,7 @@ TEST( EntityTableTest, whatIsRight )
    expectEntity( tree() );
    expectEntity( slot() );
    expectEntity( { "Test::Panel", "nameString",
-         { { 258, "lit", ordered( references( "Test::Leaf" ) ) } } } );
+         { { 258, "lit", ordered( references( "Test::Leaf" ) ), "", "l" } } } );
    expectEntity( { "Test::Numbered", "",
          { { 258, "id", argument( "Test::Narrow" ), "300" },
                { 259, "count", plain( "u32" ), "0", "1" } } } );
@@ -94,7 +98,7 @@ TEST( EntityTableTest, whatIsMissingOrTooMuch )
    table.attributes.pop_back();
    EXPECT_GT( failuresOf( table ), 0 );
    table = tree();
-   table.attributes.push_back( { 263, "more", plain( "bool" ), "false", "true" } );
+   table.attributes.push_back( { 267, "more", plain( "bool" ), "false", "true" } );
    EXPECT_GT( failuresOf( table ), 0 );
    table = tree();
    table.identity = "";

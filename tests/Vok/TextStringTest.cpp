@@ -159,8 +159,9 @@ TEST( TextStringTest, saysWhatIsWrongAndWhere )
 TEST( TextStringTest, aLongTextIsHeldTwiceAtMost )
 {
    const std::string plain( 100000, 'x' );
-   for ( const std::string & text : { "\"" + plain + " \"", "\"" + plain + "\\\\\"", "\"" + plain + "\"",
-               "\"" + plain + "\\x41 \"", "\"" + plain + "\n\"", "\"" + plain, plain } ) {
+   const std::string open = "\"" + plain;
+   for ( const std::string & text : { open + " \"", open + "\\\\\"", open + "\"",
+               open + "\\x41 \"", open + "\n\"", open, plain } ) {
       std::size_t most = 0;
       std::string why;
       {

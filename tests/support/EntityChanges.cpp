@@ -2,6 +2,7 @@
 #include "tests/support/EntityTable.h"
 
 #include "tests/support/Recorder.h"
+#include "tests/support/TypeNamed.h"
 
 #include <gtest/gtest.h>
 
@@ -17,15 +18,6 @@ namespace {
 std::string text( std::string_view view )
 {
    return std::string( view );
-}
-
-const Vok::TypeData & typeNamed( std::string_view name )
-{
-   const Vok::TypeData * type = Corvo::ModuleInspectData::findType( name );
-   if ( !type ) {
-      throw std::invalid_argument( "no type is called " + text( name ) );
-   }
-   return *type;
 }
 
 void read( std::string_view from, Vok::Value & into )
@@ -97,9 +89,12 @@ class Changes {
       case AttributeKind::child:
          return child();
       case AttributeKind::constant:
-      case AttributeKind::derived:
          return refused();
-      default:
+      case AttributeKind::derived:
+         return derived();
+      case AttributeKind::references:
+         return references();
+      case AttributeKind::function:
          return;
       }
    }
@@ -116,6 +111,21 @@ class Changes {
    {
       EXPECT_THROW( attribute_.set( entity_, row_.preset ), std::invalid_argument );
       EXPECT_EQ( attribute_.get( entity_ ), row_.preset );
+   }
+
+   void derived()
+   {
+      EXPECT_THROW( attribute_.set( entity_, row_.preset ), std::invalid_argument );
+      heard( {} );
+   }
+
+   void references()
+   {
+      EXPECT_TRUE( attribute_.keys( entity_ ).empty() );
+      EXPECT_EQ( attribute_.child( entity_, row_.other ), nullptr );
+      attribute_.memberDel( entity_, row_.other );
+      heard( {} );
+      EXPECT_THROW( attribute_.childIs( entity_, row_.other ), std::invalid_argument );
    }
 
    void value()
@@ -146,7 +156,9 @@ class Changes {
       if ( bounds.lower != 0 ) {
          beyond( bounds, bounds.lower - 1 );
       }
-      beyond( bounds, bounds.upper + 1 );
+      if ( row_.form.type != "u32" || bounds.upper != 0xffffffff ) {
+         beyond( bounds, bounds.upper + 1 );
+      }
       attribute_.set( entity_, row_.preset );
    }
 
@@ -234,8 +246,11 @@ class Changes {
    std::string id_;
 };
 
-void setOther( Vok::Entity & entity, const AttributeData & attribute, const AttributeRow & row )
+} // namespace
+
+void setOther( Vok::Entity & entity, const AttributeRow & row )
 {
+   const AttributeData & attribute = *entity.typeData().attribute( row.name );
    switch ( row.form.kind ) {
    case AttributeKind::set:
       return attribute.memberIs( entity, row.other, "" );
@@ -246,6 +261,8 @@ void setOther( Vok::Entity & entity, const AttributeData & attribute, const Attr
    case AttributeKind::child:
       attribute.childIs( entity, row.other, row.more );
       return;
+   case AttributeKind::references:
+      return;
    default:
       if ( row.form.settable && !row.other.empty() ) {
          attribute.set( entity, row.other );
@@ -253,12 +270,10 @@ void setOther( Vok::Entity & entity, const AttributeData & attribute, const Attr
    }
 }
 
-} // namespace
-
 void setAll( Vok::Entity & entity, const EntityTable & table )
 {
    for ( const AttributeRow & row : table.attributes ) {
-      setOther( entity, *entity.typeData().attribute( row.name ), row );
+      setOther( entity, row );
    }
 }
 

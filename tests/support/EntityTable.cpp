@@ -41,6 +41,11 @@ Form constant( std::string_view type )
    return fixed( form( AttributeKind::constant, type ) );
 }
 
+Form derived( std::string_view type )
+{
+   return fixed( form( AttributeKind::derived, type ) );
+}
+
 Form argument( std::string_view type )
 {
    return fixed( settableArgument( type ) );
@@ -71,11 +76,6 @@ Form children( std::string_view type, std::string_view field, std::string_view k
    return form( AttributeKind::children, type, keyType, field );
 }
 
-Form references( std::string_view type, std::string_view field, std::string_view keyType )
-{
-   return form( AttributeKind::references, type, keyType, field );
-}
-
 Form child( std::string_view type )
 {
    return form( AttributeKind::child, type );
@@ -88,9 +88,9 @@ Form constructedChild( std::string_view type )
    return made;
 }
 
-Form derived( std::string_view type )
+Form references( std::string_view type, std::string_view field, std::string_view keyType )
 {
-   return fixed( form( AttributeKind::derived, type ) );
+   return form( AttributeKind::references, type, keyType, field );
 }
 
 Form ordered( Form collection )
@@ -115,10 +115,19 @@ namespace {
 /// The default as the record gives it: constructor arguments and what is derived have none.
 std::string_view presetOf( const AttributeRow & row )
 {
-   const AttributeKind kind = row.form.kind;
-   return kind == AttributeKind::constructorArgument || kind == AttributeKind::derived
-         ? std::string_view()
-         : row.preset;
+   const bool none = row.form.kind == AttributeKind::constructorArgument ||
+         row.form.kind == AttributeKind::derived;
+   return none ? std::string_view() : row.preset;
+}
+
+/// What is derived, before anything changes from which it is.
+void expectDerived( const Vok::Entity & fresh, const EntityTable & table )
+{
+   for ( const AttributeRow & row : table.attributes ) {
+      if ( row.form.kind == AttributeKind::derived ) {
+         EXPECT_EQ( fresh.typeData().attribute( row.name )->get( fresh ), row.preset ) << row.name;
+      }
+   }
 }
 
 } // namespace
@@ -158,22 +167,30 @@ Corvo::Ptr< Vok::Entity > entityOf( const EntityTable & table )
 void expectEntity( const EntityTable & table )
 {
    SCOPED_TRACE( table.type );
-   const Vok::TypeData * type = Corvo::ModuleInspectData::findType( table.type );
-   ASSERT_NE( type, nullptr );
-   ASSERT_EQ( type->kind(), Vok::TypeKind::entity );
-   const std::span< const AttributeData > records = type->attributes();
+   ASSERT_NE( Corvo::ModuleInspectData::findType( table.type ), nullptr );
+   expectEntity( *entityOf( table ), table );
+}
+
+void expectEntity( Vok::Entity & fresh, const EntityTable & table )
+{
+   SCOPED_TRACE( table.type );
+   const Vok::TypeData & type = fresh.typeData();
+   ASSERT_EQ( type.name(), table.type );
+   ASSERT_EQ( type.kind(), Vok::TypeKind::entity );
+   const std::span< const AttributeData > records = type.attributes();
    const std::size_t named = table.identity == "nameString" ? 1 : 0;
    ASSERT_EQ( records.size(), table.attributes.size() + named );
    if ( named == 1 ) {
       expectRecord( records[ 0 ], { 154, "nameString", argument( "Corvo::String" ) } );
    }
-   const Corvo::Ptr< Vok::Entity > entity = entityOf( table );
+   expectDerived( fresh, table );
    for ( std::size_t i = 0; i != table.attributes.size(); ++i ) {
       const AttributeRow & row = table.attributes[ i ];
       SCOPED_TRACE( row.name );
       ASSERT_NO_FATAL_FAILURE( expectRecord( records[ i + named ], row ) );
       ASSERT_EQ( records[ i + named ].name(), row.name );
-      expectChanges( *entity, row );
+      expectChanges( fresh, row );
+      setOther( fresh, row );
    }
 }
 

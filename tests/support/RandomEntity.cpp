@@ -2,10 +2,12 @@
 // order is the compiler's: a seed means the same changes everywhere.
 #include "tests/support/RandomEntity.h"
 
+#include "tests/support/TypeNamed.h"
+
+#include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Storage.h"
+
 #include <algorithm>
-#include <map>
-#include <stdexcept>
-#include <utility>
 
 namespace TestSupport {
 
@@ -16,39 +18,18 @@ using Vok::TypeKind;
 
 namespace {
 
-const TypeData & typeNamed( std::string_view name )
-{
-   const TypeData * type = Corvo::ModuleInspectData::findType( name );
-   if ( !type ) {
-      throw std::invalid_argument( "no type is called " + std::string( name ) );
-   }
-   return *type;
-}
-
-/// What a number type holds at most; 0 for what is no number.
-std::uint64_t mostOf( std::string_view type )
-{
-   static const std::map< std::string_view, std::uint64_t > mosts = { { "u8", 0xff },
-      { "u16", 0xffff }, { "u32", 0xffffffff }, { "u64", 0xffffffffffffffff } };
-   const auto most = mosts.find( type );
-   return most == mosts.end() ? 0 : most->second;
-}
-
-bool isCollection( AttributeKind kind )
-{
-   return kind == AttributeKind::map || kind == AttributeKind::set;
-}
-
 /// Whether values of a type hold collections, and so have no text to be read from.
 bool holdsCollection( std::string_view type )
 {
    const TypeData * record = Corvo::ModuleInspectData::findType( type );
-   if ( !record ) {
-      return false;
+   if ( record ) {
+      for ( const AttributeData & a : record->attributes() ) {
+         if ( a.kind() == AttributeKind::map || a.kind() == AttributeKind::set ) {
+            return true;
+         }
+      }
    }
-   const auto members = record->attributes();
-   return std::any_of( members.begin(), members.end(),
-         []( const AttributeData & a ) { return isCollection( a.kind() ); } );
+   return false;
 }
 
 /// What an entity owns, in an order that is not that of a hash table.
@@ -71,125 +52,26 @@ std::vector< Corvo::Ptr< Vok::Entity > > childrenOf( const Vok::Entity & entity 
    return children;
 }
 
-/// The fields of a value that hold it, in constructor order: those that are no constants.
-std::vector< const AttributeData * > fieldsOf( const TypeData & type )
+/// Adds the entities of a type that a tree holds.
+void collect( const Corvo::Ptr< Vok::Entity > & entity, const TypeData & type,
+      std::vector< Corvo::Ptr< Vok::Entity > > & found )
 {
-   std::vector< const AttributeData * > fields;
-   for ( const AttributeData & a : type.attributes() ) {
-      if ( a.kind() == AttributeKind::plain || a.kind() == AttributeKind::constructorArgument ) {
-         fields.push_back( &a );
-      }
+   if ( &entity->typeData() == &type ) {
+      found.push_back( entity );
    }
-   return fields;
+   for ( const auto & child : childrenOf( *entity ) ) {
+      collect( child, type, found );
+   }
+}
+
+/// The record of an entity type, or null for what is none.
+const TypeData * entityType( std::string_view name )
+{
+   const TypeData * type = Corvo::ModuleInspectData::findType( name );
+   return type && type->kind() == TypeKind::entity ? type : nullptr;
 }
 
 } // namespace
-
-std::string RandomValue::number( std::uint64_t lower, std::uint64_t upper )
-{
-   const std::uint64_t span = upper - lower;
-   const std::uint32_t how = random_.below( 4 );
-   if ( few_ || how == 0 ) {
-      const std::uint64_t few = std::min< std::uint64_t >( span, 5 );
-      return std::to_string( lower + random_.below( static_cast< std::uint32_t >( few ) + 1 ) );
-   }
-   if ( how == 1 ) {
-      return std::to_string( upper );
-   }
-   const std::uint64_t word = random_.word();
-   return std::to_string( lower + ( span + 1 == 0 ? word : word % ( span + 1 ) ) );
-}
-
-std::string RandomValue::name()
-{
-   return std::string( 1, static_cast< char >( 'a' + random_.below( 6 ) ) );
-}
-
-std::string RandomValue::string()
-{
-   if ( few_ ) {
-      return name();
-   }
-   std::string bytes;
-   for ( std::uint32_t size = random_.below( 21 ); size != 0; --size ) {
-      bytes += static_cast< char >( random_.below( 256 ) );
-   }
-   return std::string( Corvo::valueToStrep( Corvo::String( bytes ) ) );
-}
-
-std::string RandomValue::key( std::string_view type )
-{
-   const bool before = std::exchange( few_, true );
-   std::string drawn = text( type );
-   few_ = before;
-   return drawn;
-}
-
-std::string RandomValue::text( std::string_view type, std::string_view lower,
-      std::string_view upper )
-{
-   if ( !lower.empty() ) {
-      const std::uint64_t least = std::stoull( std::string( lower ) );
-      return number( least, std::stoull( std::string( upper ) ) );
-   }
-   if ( const std::uint64_t most = mostOf( type ) ) {
-      return number( 0, most );
-   }
-   if ( type == "bool" ) {
-      return random_.oneIn( 2 ) ? "true" : "false";
-   }
-   if ( type == "double" || type == "Vok::Seconds" || type == "Corvo::Duration" ) {
-      return std::string( Corvo::valueToStrep( random_.below( 1000 ) / 8.0 ) );
-   }
-   if ( type == "Corvo::String" ) {
-      return string();
-   }
-   const TypeData & record = typeNamed( type );
-   if ( record.kind() == TypeKind::enumeration ) {
-      const auto enumerators = record.enumerators();
-      const auto count = static_cast< std::uint32_t >( enumerators.size() );
-      const auto which = random_.below( few_ ? std::min( count, 6U ) : count );
-      return std::string( enumerators[ which ].second );
-   }
-   const Vok::Value made = value( record );
-   return std::string( record.valueToStrep( made.data() ) );
-}
-
-Vok::Value RandomValue::value( const TypeData & type )
-{
-   const auto fields = fieldsOf( type );
-   const bool fixed = std::none_of( fields.begin(), fields.end(),
-         []( const AttributeData * field ) { return field->settable(); } );
-   std::vector< Corvo::String > args;
-   Vok::Value made = type.make();
-   for ( const AttributeData * field : fields ) {
-      const std::string drawn = text( field->typeName(), field->lowerText(), field->upperText() );
-      if ( fixed ) {
-         args.emplace_back( drawn );
-      } else {
-         type.fieldSet( made.data(), field->name(), drawn );
-      }
-   }
-   if ( fixed ) {
-      made = type.make( args );
-   }
-   addMembers( made );
-   return made;
-}
-
-void RandomValue::addMembers( Vok::Value & value )
-{
-   const TypeData & type = value.typeData();
-   for ( const AttributeData & a : type.attributes() ) {
-      if ( isCollection( a.kind() ) ) {
-         for ( std::uint32_t count = random_.below( 4 ); count != 0; --count ) {
-            const std::string where = key( a.keyTypeName() );
-            const std::string what = a.kind() == AttributeKind::set ? "" : text( a.typeName() );
-            type.fieldMemberIs( value.data(), a.name(), where, what );
-         }
-      }
-   }
-}
 
 void RandomEntity::changes( std::size_t count )
 {
@@ -233,8 +115,10 @@ void RandomEntity::change( Vok::Entity & entity, const AttributeData & attribute
       return changeChildren( entity, attribute );
    case AttributeKind::child:
       return changeChild( entity, attribute );
+   case AttributeKind::references:
+      return changeReferences( entity, attribute );
    default:
-      return; // constants, functions and what is derived do not change; references are left alone
+      return; // constants, functions and what is derived do not change
    }
 }
 
@@ -277,27 +161,55 @@ void RandomEntity::changeSet( Vok::Entity & entity, const AttributeData & attrib
    }
 }
 
-/// The arguments of a child without its key.
-std::vector< Corvo::String > RandomEntity::arguments( const AttributeData & attribute )
+/// Some entity of a type that the tree holds, or null where it holds none.
+Corvo::Ptr< Vok::Entity > RandomEntity::anyOf( const TypeData & type )
+{
+   std::vector< Corvo::Ptr< Vok::Entity > > found;
+   collect( &root_, type, found );
+   return found.empty()
+         ? nullptr
+         : found[ random_.below( static_cast< std::uint32_t >( found.size() ) ) ];
+}
+
+/// An entity that is in no tree. Its type has a name, or no identity.
+Corvo::Ptr< Vok::Entity > RandomEntity::stranger( const TypeData & type )
+{
+   std::string name;
+   std::vector< Corvo::String > args;
+   for ( const AttributeData & a : type.constructorArguments() ) {
+      if ( a.name() == "nameString" ) {
+         name = values_.name();
+      } else {
+         args.emplace_back( values_.key( a.typeName() ) );
+      }
+   }
+   auto made = type.instantiate( name, args );
+   change( *made );
+   return made;
+}
+
+/// A child with random arguments besides its key; null where there is nothing it could refer to.
+Corvo::Ptr< Vok::Entity > RandomEntity::childIs(
+      Vok::Entity & entity, const AttributeData & attribute, std::string_view key )
 {
    std::vector< Corvo::String > args;
    for ( const AttributeData & a : typeNamed( attribute.typeName() ).constructorArguments() ) {
       const bool named = a.name() == "nameString";
-      if ( ( named ? "name" : a.name() ) != attribute.keyField() ) {
+      if ( const TypeData * referred = entityType( a.typeName() ) ) {
+         const auto target = anyOf( *referred );
+         if ( !target ) {
+            return nullptr;
+         }
+         args.push_back( Vok::pathOf( *target ) );
+      } else if ( ( named ? "name" : a.name() ) != attribute.keyField() ) {
          args.emplace_back( named ? values_.name() : values_.text( a.typeName() ) );
       }
    }
-   return args;
+   return attribute.childIs( entity, key, args );
 }
 
 void RandomEntity::changeChildren( Vok::Entity & entity, const AttributeData & attribute )
 {
-   for ( const AttributeData & a : typeNamed( attribute.typeName() ).constructorArguments() ) {
-      const TypeData * type = Corvo::ModuleInspectData::findType( a.typeName() );
-      if ( type && type->kind() == TypeKind::entity ) {
-         return;
-      }
-   }
    const std::string key = values_.key( attribute.keyTypeName() );
    const bool gone = random_.oneIn( 6 );
    if ( gone ) {
@@ -305,7 +217,7 @@ void RandomEntity::changeChildren( Vok::Entity & entity, const AttributeData & a
    }
    auto child = attribute.child( entity, key );
    if ( !child && ( !gone || random_.oneIn( 2 ) ) ) {
-      child = attribute.childIs( entity, key, arguments( attribute ) );
+      child = childIs( entity, attribute, key );
    }
    if ( child ) {
       change( *child );
@@ -319,9 +231,28 @@ void RandomEntity::changeChild( Vok::Entity & entity, const AttributeData & attr
    }
    auto child = attribute.child( entity, "" );
    if ( !child || random_.oneIn( 6 ) ) {
-      child = attribute.childIs( entity, "", arguments( attribute ) );
+      child = childIs( entity, attribute, "" );
    }
    change( *child );
+}
+
+void RandomEntity::changeReferences( Vok::Entity & entity, const AttributeData & attribute )
+{
+   const std::string key = values_.key( attribute.keyTypeName() );
+   if ( random_.oneIn( 4 ) ) {
+      return attribute.memberDel( entity, key );
+   }
+   const auto referred = attribute.child( entity, key );
+   if ( referred && random_.oneIn( 2 ) ) {
+      return change( *referred );
+   }
+   const TypeData & type = typeNamed( attribute.typeName() );
+   auto target = random_.oneIn( 3 ) ? nullptr : anyOf( type );
+   if ( !target ) {
+      target = stranger( type );
+   }
+   const Vok::Detail::AttributeRow & row = attribute.row();
+   row.collection->insert( entity, row.id, Vok::Detail::storageOf( entity, row ), target );
 }
 
 } // namespace TestSupport

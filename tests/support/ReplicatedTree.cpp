@@ -102,9 +102,28 @@ std::string attributeName( std::string_view type, std::string_view attribute )
 
 } // namespace
 
+void Away::addReferences( const Vok::Entity & entity, const AttributeData & a )
+{
+   const std::string name = attributeName( entity.typeData().name(), a.name() );
+   if ( a.kind() == AttributeKind::references ) {
+      for ( const Corvo::String & key : a.keys( entity ) ) {
+         const bool inside = &Vok::rootOf( *a.child( entity, key ) ) == &Vok::rootOf( entity );
+         ( inside ? inward_ : outward_ ).insert( name );
+      }
+   } else if ( a.row().reference ) {
+      ( a.get( entity ).empty() ? outward_ : inward_ ).insert( name );
+   }
+}
+
+bool Away::referredTo( const std::string & attribute ) const
+{
+   return inward_.contains( attribute ) && outward_.contains( attribute );
+}
+
 void Away::add( const Vok::Entity & root )
 {
    for ( const AttributeData & a : root.typeData().attributes() ) {
+      addReferences( root, a );
       if ( !isAway( root, a ) ) {
          continue;
       }

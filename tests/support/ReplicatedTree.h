@@ -48,8 +48,16 @@ class Away {
    /// attribute whose row has no other value cannot.
    std::string missing( const std::vector< EntityTable > & tables ) const;
 
+   /// Whether references of an attribute, which is named with its type, led into a tree and out of
+   /// one.
+   bool referredTo( const std::string & attribute ) const;
+
  private:
+   void addReferences( const Vok::Entity & entity, const Vok::AttributeData & attribute );
+
    std::set< std::string > names_; ///< such as `FlowTracking::FlowGroup::flowDomain`
+   std::set< std::string > inward_; ///< attributes that referred to an entity of their tree
+   std::set< std::string > outward_; ///< and to another
 };
 
 /// How random trees are changed: so many trees, each so many times by up to so many changes.

@@ -1,6 +1,8 @@
 // Checks a value type or a constants type against its table, through reflection alone.
 #include "tests/support/ValueTable.h"
 
+#include "tests/support/TypeNamed.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -97,6 +99,27 @@ void expectConstants( const ValueTable & table )
    if ( const Vok::TypeData * type = expectRecords( table, Vok::TypeKind::constants ) ) {
       for ( const AttributeRow & row : table.fields ) {
          expectConstant( *type, row );
+      }
+   }
+}
+
+void expectFlags( std::string_view name, const std::vector< std::string_view > & flags )
+{
+   const Vok::TypeData & type = typeNamed( name );
+   Vok::Value value = type.make();
+   const auto word = [ & ] { return type.fieldGet( value.data(), "value" ); };
+   for ( std::size_t bit = 0; bit != flags.size(); ++bit ) {
+      SCOPED_TRACE( flags[ bit ] );
+      const unsigned mask = 1U << bit;
+      for ( const unsigned before : { 0U, 255U, mask, 255U - mask } ) {
+         for ( const char * flag : { "true", "false" } ) {
+            type.fieldSet( value.data(), "value", std::to_string( before ) );
+            const bool was = ( before & mask ) != 0;
+            EXPECT_EQ( type.fieldGet( value.data(), flags[ bit ] ), was ? "true" : "false" );
+            type.fieldSet( value.data(), flags[ bit ], flag );
+            const unsigned after = *flag == 't' ? before | mask : before & ~mask;
+            EXPECT_EQ( word(), std::to_string( after ) );
+         }
       }
    }
 }

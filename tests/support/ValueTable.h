@@ -24,6 +24,9 @@ void expectValue( const ValueTable & table );
 /// The same for a type that has constants and functions only.
 void expectConstants( const ValueTable & table );
 
+/// Each flag, from bit 0 of the field `value` on, is its bit, read and written without another's.
+void expectFlags( std::string_view type, const std::vector< std::string_view > & flags );
+
 /// That the record of one attribute is as its row says.
 void expectRecord( const Vok::AttributeData & record, const AttributeRow & row );
 

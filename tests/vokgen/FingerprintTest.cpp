@@ -51,6 +51,7 @@ const Change changes[] = {
    { "value-unhashable", "Flags {", "Flags unhashable {" },
    { "value-untextable", "Flags {", "Flags untextable {" },
    { "value-text-by-hand", "Label {", "Label by hand text {" },
+   { "value-default-by-hand", "Label {", "Label by hand text \"\" {" },
    { "value-log-by-hand", "Flags {", "Flags by hand log {" },
    { "value-all-but-constructors-by-hand", "Pair truth {",
          "Pair truth fixed untextable by hand log {" },

@@ -227,6 +227,7 @@ TEST( Everything, valueModifiers )
    EXPECT_FALSE( value( "Plain" ).hashable );
    EXPECT_FALSE( value( "Recipe" ).textable || value( "Recipe" ).hashable );
    EXPECT_TRUE( value( "Address" ).textByHand && value( "Address" ).logByHand );
+   EXPECT_EQ( value( "Address" ).handDefault, "0-0" );
    EXPECT_TRUE( value( "Span" ).constructorsByHand && !value( "Address" ).constructorsByHand );
    ASSERT_EQ( value( "Address" ).constructors.size(), 1U );
    EXPECT_EQ( value( "Address" ).constructors[ 0 ].documentation, "from its text, like \"1-2\"" );

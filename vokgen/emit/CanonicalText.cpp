@@ -95,6 +95,9 @@ Text valueText( const Constant & value, const Model::ValueType & type )
 {
    const bool stated = value.kind != Constant::Kind::ownDefault;
    const std::vector< const Model::Attribute * > fields = type.fields();
+   if ( type.handDefault && !stated ) {
+      return textToken( *type.handDefault );
+   }
    if ( type.textByHand || type.hasCollection() || ( stated && !type.onlyField() ) ) {
       return std::nullopt;
    }

@@ -171,20 +171,25 @@ constexpr bool Range::isEq( const Range & other ) const
 // silent. xDelAll() deletes all and gives the memory back. Of children, xIs() makes the child or
 // returns the one that exists under that key.
 
-/// Holds one.
+/// Holds both.
 class VOK_EXPORT Host : public Vok::Entity {
  public:
    using FlowOut = Vok::FlowOut< Host >;
 
    // Ids of the attributes, as changes name them.
    static constexpr Vok::AttrId addressAttrId = 258;
+   static constexpr Vok::AttrId rangeAttrId = 259;
 
    /// A new Host with this name, without a parent.
    static Corvo::Ptr< Host > HostIs( const Corvo::String & name );
 
-   /// its default has no text that is known here
+   /// its default is the text that the type states
    const Address & address() const noexcept;
    void addressIs( const Address & v );
+
+   /// its default has no text that is known here
+   const Range & range() const noexcept;
+   void rangeIs( const Range & v );
 
    const Vok::TypeData & typeData() const noexcept override;
    static const Vok::TypeData & vokType() noexcept; ///< For the framework.
@@ -199,6 +204,7 @@ class VOK_EXPORT Host : public Vok::Entity {
    void vokReinstantiate( const Corvo::String & name );
 
    Address address_;
+   Range range_;
 };
 
 /// The same as Host::HostIs().
@@ -213,6 +219,12 @@ inline const Address & Host::address() const noexcept { return address_; }
 inline void Host::addressIs( const Address & v )
 {
    Vok::Attribute::plainIs( *this, addressAttrId, address_, v );
+}
+
+inline const Range & Host::range() const noexcept { return range_; }
+inline void Host::rangeIs( const Range & v )
+{
+   Vok::Attribute::plainIs( *this, rangeAttrId, range_, v );
 }
 
 } // namespace Test

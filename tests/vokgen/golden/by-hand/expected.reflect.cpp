@@ -86,17 +86,28 @@ struct Test::Host::VokTable {
       { {
             .id = 258,
             .name = "address",
-            .documentation = "its default has no text that is known here",
+            .documentation = "its default is the text that the type states",
             .kind = Vok::AttributeKind::plain,
             .settable = true,
             .typeName = "Test::Address",
+            .defaultText = "0-0",
             .offset = VOK_OFFSET( Host, address_ ),
             .value = &Vok::Detail::valueOps< Test::Address >,
+      } },
+      { {
+            .id = 259,
+            .name = "range",
+            .documentation = "its default has no text that is known here",
+            .kind = Vok::AttributeKind::plain,
+            .settable = true,
+            .typeName = "Test::Range",
+            .offset = VOK_OFFSET( Host, range_ ),
+            .value = &Vok::Detail::valueOps< Test::Range >,
       } },
    };
    static constexpr Vok::TypeData type{ {
          .name = "Test::Host",
-         .documentation = "Holds one.",
+         .documentation = "Holds both.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
          .attributes = attributes,
@@ -119,20 +130,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_dccc359c7e646306_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_dccc359c7e646306_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_cd2763dcea8e3fb1_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_cd2763dcea8e3fb1_vokModule( {
       .name = "Sample",
       .documentation = "Values with parts that are written by hand.",
-      .fingerprint = 0xdccc359c7e646306,
+      .fingerprint = 0xcd2763dcea8e3fb1,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_dccc359c7e646306_vokModule;
+   return _Sample_cd2763dcea8e3fb1_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_dccc359c7e646306_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_cd2763dcea8e3fb1_vokModule );
 } // namespace
