@@ -158,8 +158,8 @@ TEST( AttributeDataTest, defaultsAndBoundsAsTexts )
       { "level", "3", "", "" }, { "borrowed", "300", "256", "65535" },
       { "pair", R"(Test::Pair[id=0,text="",colour=red,level=5,on=false,time=0])", "", "" },
       { "flags", "0", "", "" }, { "address", "0-0", "", "" }, { "end", "inf", "", "" },
-      { "maybe", "", "", "" }, { "levelDefault", "7", "", "" }, { "names", "", "", "" }, { "tree", "", "", "" },
-      { "path", "", "", "" } };
+      { "maybe", "", "", "" }, { "levelDefault", "7", "", "" }, { "names", "", "", "" },
+      { "tree", "", "", "" }, { "path", "", "", "" } };
    for ( const Texts & t : texts ) {
       EXPECT_EQ( of( t.name ).defaultText(), t.defaultText ) << t.name;
       EXPECT_EQ( of( t.name ).lowerText(), t.lowerText ) << t.name;

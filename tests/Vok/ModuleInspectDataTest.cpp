@@ -50,9 +50,9 @@ TEST( ModuleInspectDataTest, typesStandInDeclaredOrder )
    const std::string_view inOrder[] = { "Test::Colour", "Test::Wide", "Test::Huge", "Test::Limits",
       "Test::Holder", "Test::Level", "Test::Narrow", "Test::Lazy", "Test::Full", "Test::Interval",
       "Test::Flags", "Test::Registers", "Test::Mode", "Test::Label", "Test::Pair", "Test::Plain",
-      "Test::Recipe", "Test::Shelf", "Test::Address", "Test::Leaf", "Test::Bare", "Test::Host", "Test::Slot",
-      "Test::Numbered", "Test::Group", "Test::Binding", "Test::Tree", "Test::Root", "Test::Special",
-      "Test::Request" };
+      "Test::Recipe", "Test::Shelf", "Test::Address", "Test::Leaf", "Test::Bare", "Test::Host",
+      "Test::Slot", "Test::Numbered", "Test::Group", "Test::Binding", "Test::Tree", "Test::Root",
+      "Test::Special", "Test::Request" };
    auto at = names.begin();
    for ( const std::string_view name : inOrder ) {
       at = std::find( at, names.end(), name );
