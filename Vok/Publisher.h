@@ -222,5 +222,5 @@ inline bool Corvo::Publisher::busy() const noexcept
 /// Whether the change that is told now is told before any later one of the same member.
 inline bool Corvo::Publisher::inOrder() const noexcept
 {
-   return list_->depth == 1 && ( list_->holds == 0 || list_->ofBatch );
+   return list_ && list_->depth == 1 && ( list_->holds == 0 || list_->ofBatch );
 }

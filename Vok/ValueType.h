@@ -211,6 +211,14 @@ struct ValueType< E > {
    }
 };
 
+namespace Detail {
+
+/// Reads past a value in a log and throws what decoding it would. Of a collection, nothing is kept
+/// meanwhile but two keys and a member.
+template< class V > void checkLog( NboAttrLog::In & in );
+
+} // namespace Detail
+
 /// No value is the empty text, and a presence byte 0 in a log.
 template< class O >
    requires std::same_as< O, std::optional< typename O::value_type > > ||
@@ -257,6 +265,12 @@ struct ValueType< O > {
       Inner::decode( in, v );
       into = std::move( v );
    }
+   static void check( NboAttrLog::In & in )
+   {
+      if ( in.getBool() ) {
+         Detail::checkLog< typename O::value_type >( in );
+      }
+   }
 };
 
 /// A child or a referred entity, as the old value of a change: its text is its bare name.
@@ -280,10 +294,6 @@ template< class V > void readFields( CharRange & range, V & into );
 
 /// Reads all fields from a log, in declared order, then checks bounds.
 template< class V > void decodeFields( NboAttrLog::In & in, V & into );
-
-/// Reads past a value in a log and throws what decoding it would. Of a collection, nothing is kept
-/// meanwhile but two keys and a member.
-template< class V > void checkLog( NboAttrLog::In & in );
 
 /// Reads a value from a log, all but its collections, which stay empty and are only checked.
 template< class V > void skimLog( NboAttrLog::In & in, V & into );

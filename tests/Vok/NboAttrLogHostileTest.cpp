@@ -143,6 +143,26 @@ TEST( NboAttrLogHostileTest, aCountBeyondTheInputAllocatesNoMoreThanTheInput )
    EXPECT_LT( heap.peak(), 2048U );
 }
 
+// What a batch carries is checked before any of it is kept.
+TEST( NboAttrLogHostileTest, anOptionalThatHoldsACollectionIsCheckedWithoutBeingKept )
+{
+   using MaybeRecipe = Vok::Optional< ::Test::Recipe >;
+   ::Test::Recipe recipe( ::Test::Narrow( 300 ) );
+   for ( std::uint32_t i = 0; i != 5000; ++i ) {
+      recipe.stepIs( i, ::Test::Pair() );
+   }
+   Vok::NboAttrLog::Out out;
+   Vok::ValueType< MaybeRecipe >::encode( out, recipe );
+   Vok::ValueType< MaybeRecipe >::encode( out, std::nullopt );
+   In in( out.bytes() );
+   const TestSupport::HeapMeter heap;
+   Vok::Detail::checkLog< MaybeRecipe >( in );
+   EXPECT_EQ( in.remaining(), 1U );
+   Vok::Detail::checkLog< MaybeRecipe >( in );
+   EXPECT_EQ( in.remaining(), 0U );
+   EXPECT_LT( heap.peak(), 1024U );
+}
+
 TEST( NboAttrLogHostileTest, codesThatAreNone )
 {
    EXPECT_EQ( ( whyRefused< ::Test::Mode, Exception >( "00000002" ) ),
