@@ -237,7 +237,12 @@ void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity 
    if ( node.birth == 0 ) {
       node.birth = written_;
    }
-   if ( node.known == 0 ) {
+   if ( node.known != written_ ) {
+      // It may be known from outside, and comes in with all that is below it: what a batch
+      // introduces it describes whole.
+      if ( node.known != 0 ) {
+         releaseReferences( node );
+      }
       node.known = written_;
       queue_.push_back( &node );
    }

@@ -75,6 +75,23 @@ TEST_F( StreamReferenceTest, whatLeavesLetsGoOfWhatItReferredTo )
    EXPECT_EQ( replica.root->tree( "c" )->links( "below" )->depth(), 6U );
 }
 
+// First a part of what is outside is referred to, then what it is a part of.
+TEST_F( StreamReferenceTest, whatIsKnownFromOutsideKeepsWhatItHasAsAChild )
+{
+   const auto outside = ::Test::Tree::TreeIs( "outside" );
+   const auto part = outside->kidsIs( "part" );
+   part->depthIs( 5 );
+   part->kidsIs( "below" )->depthIs( 6 );
+   source.root->leafRefsIs( part );
+   send();
+   source.root->leafRefsIs( outside );
+   send();
+   const auto there = replica.root->leafRefs( "outside" )->kids( "part" );
+   EXPECT_EQ( there, replica.root->leafRefs( "part" ) );
+   EXPECT_EQ( there->depth(), 5U );
+   EXPECT_EQ( there->kids( "below" )->depth(), 6U );
+}
+
 TEST_F( StreamReferenceTest, anEntityThatLeftTheTreeIsHeldParentless )
 {
    const auto tree = source.root->treeIs( "a" );

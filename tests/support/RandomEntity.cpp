@@ -8,6 +8,7 @@
 #include "Vok/detail/Storage.h"
 
 #include <algorithm>
+#include <set>
 
 namespace TestSupport {
 
@@ -62,6 +63,32 @@ void collect( const Corvo::Ptr< Vok::Entity > & entity, const TypeData & type,
    for ( const auto & child : childrenOf( *entity ) ) {
       collect( child, type, found );
    }
+}
+
+/// Whether what an entity owns and refers to leads to another. References are counted: a circle of
+/// them would never go.
+bool reaches( const Vok::Entity & from, const Vok::Entity & to )
+{
+   std::set< const Vok::Entity * > seen = { &from };
+   std::vector< const Vok::Entity * > next = { &from };
+   while ( !next.empty() && next.back() != &to ) {
+      const Vok::Entity & at = *next.back();
+      next.pop_back();
+      auto beyond = childrenOf( at );
+      for ( const AttributeData & a : at.typeData().attributes() ) {
+         if ( a.kind() == AttributeKind::references ) {
+            for ( const Corvo::String & key : a.keys( at ) ) {
+               beyond.push_back( a.child( at, key ) );
+            }
+         }
+      }
+      for ( const auto & entity : beyond ) {
+         if ( seen.insert( entity.get() ).second ) {
+            next.push_back( entity.get() );
+         }
+      }
+   }
+   return !next.empty();
 }
 
 /// The record of an entity type, or null for what is none.
@@ -250,6 +277,9 @@ void RandomEntity::changeReferences( Vok::Entity & entity, const AttributeData &
    auto target = random_.oneIn( 3 ) ? nullptr : anyOf( type );
    if ( !target ) {
       target = stranger( type );
+   }
+   if ( reaches( *target, entity ) ) {
+      return;
    }
    const Vok::Detail::AttributeRow & row = attribute.row();
    row.collection->insert( entity, row.id, Vok::Detail::storageOf( entity, row ), target );
