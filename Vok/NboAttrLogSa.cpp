@@ -1,9 +1,12 @@
 // The two ends of a change stream, as clients see them.
 #include "Vok/NboAttrLogSa.h"
 
+#include "Vok/detail/BatchHistory.h"
 #include "Vok/detail/BatchNode.h"
 #include "Vok/detail/BatchReader.h"
 #include "Vok/detail/BatchWriter.h"
+
+#include <stdexcept>
 
 namespace Vok {
 
@@ -29,9 +32,35 @@ void EntityVokNboAttrLogSa::resync() noexcept
    writer_->resync();
 }
 
+void EntityVokNboAttrLogSa::writeWhole( NboAttrLog::Out & out )
+{
+   writer_->catchUp( 0, out );
+}
+
 void EntityVokNboAttrLogSa::onPending( std::function< void() > f )
 {
    writer_->onPending( std::move( f ) );
+}
+
+StreamPlace::StreamPlace( EntityVokNboAttrLogSa & writer )
+      : place_( std::make_unique< Detail::BatchPlace >( *writer.writer_ ) )
+{
+}
+
+StreamPlace::~StreamPlace() = default;
+
+StreamPlace::Told StreamPlace::catchUp( NboAttrLog::Out & out )
+{
+   Detail::BatchWriter * const writer = place_->writer;
+   if ( !writer ) {
+      throw std::logic_error( "a reader catches up with a stream that is gone" );
+   }
+   if ( place_->batch == writer->written() && !writer->hasChanges() ) {
+      return Told::nothing;
+   }
+   const bool whole = writer->catchUp( place_->batch, out );
+   writer->moveToEnd( *place_ );
+   return whole ? Told::wholeTree : Told::changes;
 }
 
 EntityVokNboAttrLogReader::EntityVokNboAttrLogReader( const Corvo::Ptr< Entity > & root )

@@ -19,6 +19,7 @@
 #include "Vok/Ptr.h"
 #include "Vok/String.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -28,11 +29,12 @@ namespace Vok {
 class Entity;
 
 namespace Detail {
+struct BatchPlace;
 class BatchReader;
 class BatchWriter;
 } // namespace Detail
 
-/// Writes the changes of an entity and everything below it.
+/// Writes the changes of an entity and everything below it, for one reader or for many.
 ///
 /// It notes which attributes and keys changed, each once, and a batch carries their values at the
 /// time of writing: memory and bytes follow what differs, however often it changed. It keeps a
@@ -54,15 +56,57 @@ class VOK_EXPORT EntityVokNboAttrLogSa {
    /// has.
    void write( NboAttrLog::Out & out );
 
-   /// The next batch is the whole tree again, for a new reader.
+   /// The next batch is the whole tree again, for all readers.
    void resync() noexcept;
+
+   /// Appends a batch with the whole tree for one more reader, which goes on with the batches that
+   /// the others get. Throws std::logic_error while `hasChanges()`: what is pending is written for
+   /// all first. One that throws leaves `out` as it was.
+   void writeWhole( NboAttrLog::Out & out );
 
    /// `f` is called when the writer goes from nothing pending to something, from inside the
    /// mutator. It only takes note: it neither writes nor changes entities, and does not throw.
    void onPending( std::function< void() > f );
 
  private:
+   friend class StreamPlace;
+
    std::unique_ptr< Detail::BatchWriter > writer_;
+};
+
+/// Where one of many readers stopped. The others get every batch; what this one misses is noted
+/// for it, each attribute and key once, and told in one batch when it goes on:
+///
+///    writer.write( out );                     // for all readers
+///    Vok::StreamPlace place( writer );        // one stops
+///    ...                                      // batches for the others
+///    place.catchUp( out );                    // for the one: what differs from where it stopped
+///
+/// However long a reader stops, and however many do, the notes are together no more than what the
+/// tree has and what changed: of members that are gone, no more than there are members. Each costs
+/// some hundred bytes, and nothing while no reader has stopped.
+class VOK_EXPORT StreamPlace {
+ public:
+   /// At the last batch that was written. Throws std::bad_alloc.
+   explicit StreamPlace( EntityVokNboAttrLogSa & writer );
+   StreamPlace( const StreamPlace & ) = delete;
+   StreamPlace & operator=( const StreamPlace & ) = delete;
+   ~StreamPlace();
+
+   /// What was appended.
+   enum class Told : std::uint8_t {
+      nothing, ///< the reader has the last batch
+      changes,
+      wholeTree ///< a batch failed meanwhile, or an entity has its place in another one
+   };
+
+   /// Appends a batch that brings the reader to the last one that was written, and moves the place
+   /// there. Costs what differs. Throws std::logic_error while the writer has changes to be
+   /// written, or where it is gone; one that throws leaves `out` and the place as they were.
+   Told catchUp( NboAttrLog::Out & out );
+
+ private:
+   std::unique_ptr< Detail::BatchPlace > place_;
 };
 
 /// Applies batches to a replica: a tree whose root has the type and the constructor arguments of

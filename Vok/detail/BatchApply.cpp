@@ -139,7 +139,7 @@ void BatchApply::introduceChildren( const Record & record )
       }
       readMode( payload );
       while ( payload.remaining() != 0 ) {
-         if ( readOp( payload ) == MemberOp::del ) {
+         if ( readOp( payload ) != MemberOp::put ) {
             if ( row.kind == AttributeKind::child ) {
                continue;
             }

@@ -107,7 +107,8 @@ class BatchApply {
    void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
    void stageInitial( Entity & entity, const ReadRow & row );
-   std::vector< EntityOp > readEntityOps( const ReadRow & row, NboAttrLog::In & payload );
+   std::vector< EntityOp > readEntityOps(
+         const ReadRow & row, const void * collection, NboAttrLog::In & payload );
    void passOver( const ReadType & type, const ReadRow & row );
    void makeSlots();
 

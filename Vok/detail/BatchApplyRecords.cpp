@@ -122,7 +122,7 @@ void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
       readMode( payload );
-      const std::vector< EntityOp > ops = readEntityOps( row, payload );
+      const std::vector< EntityOp > ops = readEntityOps( row, storage, payload );
       for ( const EntityOp & op : ops ) {
          const bool there = row.kind == AttributeKind::child &&
                own.collection->entity( storage, nullptr ) == op.member.get();
@@ -144,17 +144,22 @@ void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload
 }
 
 // What a payload makes of the members: entities that are ignored are left out.
-std::vector< EntityOp > BatchApply::readEntityOps( const ReadRow & row, In & payload )
+std::vector< EntityOp > BatchApply::readEntityOps(
+      const ReadRow & row, const void * collection, In & payload )
 {
    std::vector< EntityOp > ops;
    while ( payload.remaining() != 0 ) {
-      if ( readOp( payload ) == MemberOp::del ) {
-         if ( row.kind == AttributeKind::child ) {
-            ops.push_back( {} );
-         } else {
-            OwnedValue key( *row.own->key );
-            row.own->key->decode( payload, key.data() );
+      const MemberOp op = readOp( payload );
+      if ( op != MemberOp::put && row.kind == AttributeKind::child ) {
+         ops.push_back( {} );
+      } else if ( op != MemberOp::put ) {
+         OwnedValue key( *row.own->key );
+         row.own->key->decode( payload, key.data() );
+         if ( op == MemberOp::del ) {
             ops.push_back( { nullptr, std::move( key ) } );
+         } else if ( Entity * const kept =
+                           row.own->collection->entity( collection, key.data() ) ) {
+            ops.push_back( { Corvo::Ptr< Entity >( kept ), std::nullopt } );
          }
       } else if ( row.kind == AttributeKind::references ) {
          if ( const Corvo::Ptr< Entity > target = targetOf( payload.getVarint(), *row.own ) ) {
@@ -197,7 +202,7 @@ void BatchApply::stageAttribute( Entity & entity, const ReadRow & row, In payloa
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
       const bool whole = readMode( payload );
-      std::vector< EntityOp > ops = readEntityOps( row, payload );
+      std::vector< EntityOp > ops = readEntityOps( row, storage, payload );
       if ( whole || !ops.empty() ) {
          pending_.add(
                own.collection->stream->stageEntities( storage, ops, whole ), entity, own.id );

@@ -63,10 +63,14 @@ void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes
       if ( ++members > 1 && row.kind == AttributeKind::child ) {
          throw Exception( "a single child comes twice" );
       }
-      if ( readOp( payload ) == MemberOp::del ) {
-         if ( whole ) {
-            throw Exception( "a whole collection deletes a member" );
-         }
+      const MemberOp op = readOp( payload );
+      if ( op == MemberOp::keep && ( !whole || row.kind != AttributeKind::children ) ) {
+         throw Exception( "a member is kept where none has to be" );
+      }
+      if ( op == MemberOp::del && whole ) {
+         throw Exception( "a whole collection deletes a member" );
+      }
+      if ( op != MemberOp::put ) {
          if ( row.kind == AttributeKind::child ) {
             continue;
          }

@@ -11,6 +11,7 @@ namespace Vok::Detail::Batch {
 inline constexpr std::uint16_t magic = 0x5642; // "VB"
 inline constexpr std::uint8_t version = 1;
 inline constexpr std::uint8_t wholeFlag = 1; // the batch is the whole tree
+inline constexpr std::uint8_t sinceFlag = 2; // it says which batch it follows: not the one before
 inline constexpr std::size_t headerSize = 2 + 1 + 1 + 4 + 8;
 inline constexpr std::size_t checksumSize = 8;
 

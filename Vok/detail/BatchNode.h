@@ -1,6 +1,7 @@
 // What a writer keeps of one entity that it follows. Part of BatchWriter.h.
 #pragma once
 
+#include "Vok/detail/BatchHistory.h"
 #include "Vok/detail/BatchWriter.h"
 #include "Vok/detail/StreamOps.h"
 
@@ -36,6 +37,7 @@ class BatchWriter::Node final : public FlowOutBase {
       references = 0;
       outside = false;
       left = false;
+      history.reset();
       parent = nullptr;
       children = {};
       links[ amongSiblings ] = {};
@@ -50,6 +52,8 @@ class BatchWriter::Node final : public FlowOutBase {
    std::uint64_t references = 0; ///< written references that lead here
    bool outside = false; ///< no part of the tree
    bool left = false; ///< the reader has not been told that it is outside
+   std::uint64_t leftAt = 0; ///< the batch that told it last; 0 while none has
+   std::unique_ptr< NodeHistory > history; ///< null where nothing is noted
 
    Node * parent = nullptr;
    LinkedList< Node, amongSiblings > children;

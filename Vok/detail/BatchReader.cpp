@@ -31,9 +31,9 @@ BatchFrame BatchReader::readFrame( In & in )
    const auto flags = header.get< std::uint8_t >();
    const auto length = header.get< std::uint32_t >();
    BatchFrame frame;
-   frame.whole = ( flags & Batch::wholeFlag ) != 0;
+   frame.whole = flags == Batch::wholeFlag;
    frame.stream = header.get< std::uint64_t >();
-   if ( flags > Batch::wholeFlag || length < Batch::headerSize + Batch::checksumSize ||
+   if ( flags > Batch::sinceFlag || length < Batch::headerSize + Batch::checksumSize ||
          length - Batch::headerSize > in.remaining() ) {
       throw Exception(
             "a batch of " + std::to_string( length ) + " bytes does not fit into the log" );
@@ -44,6 +44,7 @@ BatchFrame BatchReader::readFrame( In & in )
       throw Exception( "the checksum of a batch is wrong" );
    }
    frame.number = frame.content.getVarint();
+   frame.since = flags == Batch::sinceFlag ? frame.content.getVarint() : frame.number - 1;
    return frame;
 }
 
@@ -55,7 +56,7 @@ void BatchReader::checkPlace( const BatchFrame & frame ) const
    if ( last_ == 0 || frame.stream != stream_ ) {
       throw Exception( "a batch of changes comes before the whole tree of its stream" );
    }
-   if ( frame.number != last_ + 1 ) {
+   if ( frame.since != last_ || frame.number < last_ ) {
       throw Exception( "batch " + std::to_string( frame.number ) + " does not follow batch " +
             std::to_string( last_ ) + ", the last one read" );
    }

@@ -37,6 +37,7 @@ struct BatchFrame {
    bool whole = false;
    std::uint64_t stream = 0;
    std::uint64_t number = 0; ///< of the batch
+   std::uint64_t since = 0; ///< the batch that it follows, unless it is a whole tree
    NboAttrLog::In content{ nullptr, 0 };
 };
 

@@ -98,6 +98,10 @@ BatchWriter::BatchWriter( const Corvo::Ptr< Entity > & root ) : root_( root ),
 
 BatchWriter::~BatchWriter()
 {
+   while ( BatchPlace * const place = places_.first() ) {
+      leave( *place );
+      place->writer = nullptr;
+   }
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       cursor.node()->value->parent = nullptr; // all nodes go: no list of children needs mending
    }

@@ -6,6 +6,8 @@
 // know yet costs nothing. A node is dropped as soon as its entity leaves the tree, unless a
 // reference that was written still leads to it: then it stays, as the root of what the stream
 // calls outside.
+//
+// Where readers stopped, what is written meanwhile is noted for them: see BatchHistory.h.
 #pragma once
 
 #include "Vok/Entity.h"
@@ -20,9 +22,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
+#include <string_view>
 #include <vector>
 
 namespace Vok::Detail {
+
+struct BatchPlace;
+struct HistoryItem;
 
 class BatchWriter {
  public:
@@ -36,8 +43,20 @@ class BatchWriter {
    void resync() noexcept { whole_ = true; }
    void onPending( std::function< void() > f ) { onPending_ = std::move( f ); }
 
- private:
+   /// Brings a reader from a place to where the stream is: the place of one that has nothing is 0.
+   /// Whether it took the whole tree.
+   bool catchUp( std::uint64_t since, NboAttrLog::Out & out );
+   std::uint64_t written() const noexcept { return written_; }
+
+   void enter( BatchPlace & place ) noexcept;
+   void leave( BatchPlace & place ) noexcept;
+   void moveToEnd( BatchPlace & place ) noexcept;
+
    class Node;
+
+ private:
+   friend class NodeHistory;
+   struct CatchUp;
 
    // The lists that a node may stand in.
    enum Links : std::size_t {
@@ -50,6 +69,7 @@ class BatchWriter {
    Node * find( const Entity & entity ) const noexcept;
    Node & nodeOf( const Entity & entity, Node * parent );
    bool belongs( const Entity & entity );
+   bool readerHas( const Node & node ) const noexcept;
    void drop( Node & top ) noexcept;
    void erase( Node & node ) noexcept;
    void release( Node & target ) noexcept;
@@ -68,21 +88,44 @@ class BatchWriter {
    void writeValue( const Entity & entity, const WrittenRow & written );
    void writeMembers( Node & node, const WrittenRow & written );
    void writeChangedMembers( Node & node, const WrittenRow & written );
+   bool writeChangedMember( Node & node, const AttributeRow & row, const void * key );
    void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
    void writeChild( Node & parent, const AttributeRow & row, const Entity & child );
+   void writeChildHead( const Node & node );
    void writeArguments( const Entity & entity );
    std::uint64_t referenceNumber( const Entity & target );
    std::uint64_t typeIndex( const TypeData & type );
-   void describeTypes( NboAttrLog::Out & out );
-   void finish( NboAttrLog::Out & out, std::size_t start );
+   void describeTypes( NboAttrLog::Out & out, std::size_t described );
+   void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
    std::size_t beginPayload( std::uint8_t mode );
    void endPayload( std::size_t start );
+
+   // Readers that stopped.
+   void note( Node & node, std::size_t index, std::string_view key, bool gone );
+   void noteMember( Node & node, const WrittenRow & written, const void * key );
+   void sweepHistory() noexcept;
+   void forgetHistory() noexcept;
+   bool writeCatchUp( CatchUp & reader, NboAttrLog::Out & out );
+   void writeMissed( std::uint64_t since );
+   void writeMissedOf( std::span< const HistoryItem * const > items, std::uint64_t since );
+   void writeMissedMembers(
+         std::span< const HistoryItem * const > items, const WrittenRow & written );
+   void writeMissedChild( const Entity & child );
+   std::uint64_t missedReference( const Entity & target );
+   void introduceMissed( Node & node );
+   bool keeps( const AttributeRow & row, const void * value ) const;
+   std::size_t typesBefore( std::uint64_t since ) const noexcept;
 
    Corvo::Ptr< Entity > root_;
    std::uint64_t stream_;
    std::uint64_t written_ = 0; // batches
    bool whole_ = true;
+   CatchUp * reader_ = nullptr; // the one that is written for, where it is not all of them
    std::function< void() > onPending_;
+
+   LinkedList< BatchPlace, 0 > places_;
+   LinkedList< HistoryItem, 0 > history_; // outlives the nodes, whose items stand in it
+   std::uint64_t noted_ = 1; // the first batch since which all is noted
 
    using NodeEntry = MapNode< const Entity *, std::unique_ptr< Node > >;
    HashMap2018< NodeEntry, const Entity *, std::unique_ptr< Node > > nodes_;
@@ -92,7 +135,7 @@ class BatchWriter {
    std::vector< std::uint64_t > freeNumbers_;
 
    std::vector< std::unique_ptr< WrittenType > > types_;
-   std::size_t described_ = 0; // types that the reader knows
+   std::size_t described_ = 0; // types that the readers know
 
    NboAttrLog::Out body_;
    NboAttrLog::Out scratch_;

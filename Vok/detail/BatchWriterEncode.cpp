@@ -53,7 +53,7 @@ void BatchWriter::write( NboAttrLog::Out & out )
       } else {
          writeChanges();
       }
-      finish( out, start );
+      finish( out, start, whole_ ? Batch::wholeFlag : std::uint8_t{ 0 } );
    } catch ( ... ) {
       out.truncate( start );
       --written_;
@@ -66,7 +66,9 @@ void BatchWriter::write( NboAttrLog::Out & out )
    }
    belonging_.clear();
    whole_ = false;
-   described_ = types_.size();
+   for ( ; described_ != types_.size(); ++described_ ) {
+      types_[ described_ ]->describedAt = written_;
+   }
    sweepLoose();
 }
 
@@ -75,6 +77,8 @@ void BatchWriter::writeWhole()
    types_.clear();
    described_ = 0;
    loose_ = {};
+   forgetHistory();
+   noted_ = written_; // whoever stopped before needs the whole tree as well
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       cursor.node()->value->forget();
    }
@@ -201,7 +205,12 @@ void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
    row.collection->each(
          storageOf( *node.entity, row ), [ & ]( const void * key, const void * value ) {
             if ( holdsEntities( row ) ) {
-               body_.put( static_cast< std::uint8_t >( MemberOp::put ) );
+               const bool keep = keeps( row, value );
+               body_.put( static_cast< std::uint8_t >( keep ? MemberOp::keep : MemberOp::put ) );
+               if ( keep ) {
+                  row.key->encode( body_, key );
+                  return true;
+               }
             }
             writeMember( node, row, key, value );
             return true;
@@ -228,6 +237,10 @@ void BatchWriter::writeMember(
 
 void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity & child )
 {
+   if ( reader_ ) {
+      writeMissedChild( child );
+      return;
+   }
    Node & node = nodeOf( child, nullptr );
    if ( node.parent != &parent ) {
       node.unlink();
@@ -246,9 +259,14 @@ void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity 
       node.known = written_;
       queue_.push_back( &node );
    }
+   writeChildHead( node );
+}
+
+void BatchWriter::writeChildHead( const Node & node )
+{
    body_.putVarint( node.number );
    body_.putVarint( node.birth );
-   writeArguments( child );
+   writeArguments( *node.entity );
 }
 
 void BatchWriter::writeArguments( const Entity & entity )
@@ -272,6 +290,9 @@ void BatchWriter::writeArguments( const Entity & entity )
 // its parent in this one; one outside the tree by a record of its own.
 std::uint64_t BatchWriter::referenceNumber( const Entity & target )
 {
+   if ( reader_ ) {
+      return missedReference( target );
+   }
    Node & node = nodeOf( target, nullptr );
    if ( node.known == 0 && !belongs( target ) ) {
       node.outside = true;
@@ -300,38 +321,50 @@ void BatchWriter::writeChangesOf( Node & node )
             writeChangedMembers( node, written );
          } else {
             writeValue( entity, written );
+            note( node, written.index, {}, false );
          }
       }
    }
    body_.putVarint( 0 );
+   if ( node.left ) {
+      node.leftAt = written_;
+      note( node, HistoryItem::leftTree, {}, false );
+   }
 }
 
 void BatchWriter::writeChangedMembers( Node & node, const WrittenRow & written )
 {
-   const AttributeRow & row = *written.row;
-   const void * const collection = storageOf( *node.entity, row );
    const std::size_t payload = beginPayload( Batch::deltaMode );
    const auto writeKey = [ & ]( const void * key ) {
-      const void * const value = row.collection->find( collection, key );
-      if ( value && row.kind != AttributeKind::references && holdsEntities( row ) ) {
-         const Node * const child = find( *row.collection->pointee( value ) );
-         if ( child && child->known != 0 && child->parent == &node ) {
-            return; // the reader has it
-         }
-      }
-      body_.put( static_cast< std::uint8_t >( value ? MemberOp::put : MemberOp::del ) );
-      if ( value ) {
-         writeMember( node, row, key, value );
-      } else if ( key ) {
-         row.key->encode( body_, key );
+      if ( writeChangedMember( node, *written.row, key ) ) {
+         noteMember( node, written, key );
       }
    };
-   if ( row.kind == AttributeKind::child ) {
+   if ( written.row->kind == AttributeKind::child ) {
       writeKey( nullptr );
    } else if ( const DirtyKeys * const keys = node.changedKeys( written.index ) ) {
       keys->each( writeKey );
    }
    endPayload( payload );
+}
+
+// What stands under a key, unless it is a child that the reader has.
+bool BatchWriter::writeChangedMember( Node & node, const AttributeRow & row, const void * key )
+{
+   const void * const value = row.collection->find( storageOf( *node.entity, row ), key );
+   if ( value && row.kind != AttributeKind::references && holdsEntities( row ) ) {
+      const Node * const child = find( *row.collection->pointee( value ) );
+      if ( child && readerHas( *child ) && child->parent == &node ) {
+         return false;
+      }
+   }
+   body_.put( static_cast< std::uint8_t >( value ? MemberOp::put : MemberOp::del ) );
+   if ( value ) {
+      writeMember( node, row, key, value );
+   } else if ( key ) {
+      row.key->encode( body_, key );
+   }
+   return true;
 }
 
 // ---- Types and frame --------------------------------------------------------------------------
@@ -347,29 +380,32 @@ std::uint64_t BatchWriter::typeIndex( const TypeData & type )
    return types_.size() - 1;
 }
 
-void BatchWriter::describeTypes( NboAttrLog::Out & out )
+void BatchWriter::describeTypes( NboAttrLog::Out & out, std::size_t described )
 {
    // Describing a type may number further ones: those of its children.
    NboAttrLog::Out descriptions;
-   for ( std::size_t i = described_; i != types_.size(); ++i ) {
+   for ( std::size_t i = described; i != types_.size(); ++i ) {
       types_[ i ]->describe(
             descriptions, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
    }
-   out.putVarint( types_.size() - described_ );
+   out.putVarint( types_.size() - described );
    out.putBytes( descriptions.data(), descriptions.size() );
 }
 
-void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start )
+void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags )
 {
    out.reserve( Batch::headerSize + body_.size() + 64 );
    out.put( Batch::magic );
    out.put( Batch::version );
-   out.put( whole_ ? Batch::wholeFlag : std::uint8_t{ 0 } );
+   out.put( flags );
    const std::size_t lengthAt = out.size();
    out.put( std::uint32_t{ 0 } );
    out.put( stream_ );
    out.putVarint( written_ );
-   describeTypes( out );
+   if ( flags == Batch::sinceFlag ) {
+      out.putVarint( reader_->since );
+   }
+   describeTypes( out, reader_ ? typesBefore( reader_->since ) : described_ );
    out.putBytes( body_.data(), body_.size() );
    const std::size_t length = out.size() - start + Batch::checksumSize;
    if ( length > std::numeric_limits< std::uint32_t >::max() ) {

@@ -17,6 +17,7 @@ template< class T > struct ListLink {
 template< class T, std::size_t number > class LinkedList {
  public:
    T * first() const noexcept { return first_; }
+   T * last() const noexcept { return last_; }
    static T * next( const T & member ) noexcept { return member.links[ number ].after; }
 
    /// Puts a member in front of all others; silent where it is linked already.
@@ -27,9 +28,7 @@ template< class T, std::size_t number > class LinkedList {
          return;
       }
       link = { nullptr, first_, true };
-      if ( first_ ) {
-         first_->links[ number ].before = &member;
-      }
+      ( first_ ? first_->links[ number ].before : last_ ) = &member;
       first_ = &member;
    }
 
@@ -41,14 +40,13 @@ template< class T, std::size_t number > class LinkedList {
          return;
       }
       ( link.before ? link.before->links[ number ].after : first_ ) = link.after;
-      if ( link.after ) {
-         link.after->links[ number ].before = link.before;
-      }
+      ( link.after ? link.after->links[ number ].before : last_ ) = link.before;
       link = {};
    }
 
  private:
    T * first_ = nullptr;
+   T * last_ = nullptr;
 };
 
 } // namespace Vok::Detail

@@ -98,13 +98,14 @@ struct StreamOps {
 /// Operations in the payload of a collection.
 enum class MemberOp : std::uint8_t {
    del = 0,
-   put = 1
+   put = 1,
+   keep = 2 ///< of a whole collection of children: one that the reader has stays
 };
 
 inline MemberOp readOp( NboAttrLog::In & in )
 {
    const auto op = in.get< std::uint8_t >();
-   if ( op > 1 ) {
+   if ( op > static_cast< std::uint8_t >( MemberOp::keep ) ) {
       throw NboAttrLog::Exception( "a batch names no such operation on a member" );
    }
    return static_cast< MemberOp >( op );

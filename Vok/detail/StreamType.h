@@ -44,6 +44,7 @@ struct WrittenType {
    const TypeData * type;
    std::vector< const AttributeRow * > arguments;
    std::vector< WrittenRow > rows;
+   std::uint64_t describedAt = 0; ///< the batch that described it
 
    /// Describes the type. `typeIndex` gives the number of a type in the stream.
    void describe( NboAttrLog::Out & out,

@@ -131,6 +131,50 @@ TEST_P( OutOfMemoryBatchTest, isReadOrNot )
    }
 }
 
+// A batch that cannot be noted for a reader that stopped is not written: the next one is the whole
+// tree, for that reader as well.
+TEST( OutOfMemoryStreamTest, aReaderThatStoppedMissesNothing )
+{
+   withEveryFailure( []( auto attempt ) {
+      Source source;
+      Replica replica;
+      change( *source.root, 1 );
+      replica.read( source.batch() );
+      Vok::StreamPlace place( source.writer );
+      change( *source.root, 2 );
+      Vok::NboAttrLog::Out out;
+      if ( attempt( [ & ] { source.writer.write( out ); } ) == Outcome::failed ) {
+         EXPECT_EQ( out.size(), 0U );
+         source.batch();
+      }
+      place.catchUp( out = {} );
+      replica.read( out.bytes() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
+   } );
+}
+
+TEST( OutOfMemoryStreamTest, aReaderCatchesUpOrNot )
+{
+   withEveryFailure( []( auto attempt ) {
+      Source source;
+      Replica replica;
+      change( *source.root, 1 );
+      replica.read( source.batch() );
+      Vok::StreamPlace place( source.writer );
+      for ( std::uint32_t round = 2; round != 5; ++round ) {
+         change( *source.root, round );
+         source.batch();
+      }
+      Vok::NboAttrLog::Out out;
+      if ( attempt( [ & ] { place.catchUp( out ); } ) == Outcome::failed ) {
+         EXPECT_EQ( out.size(), 0U );
+         EXPECT_EQ( place.catchUp( out ), Vok::StreamPlace::Told::changes );
+      }
+      replica.read( out.bytes() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
+   } );
+}
+
 INSTANTIATE_TEST_SUITE_P( Stream, OutOfMemoryBatchTest, testing::Bool(),
       []( const auto & test ) { return test.param ? "whole" : "delta"; } );
 

@@ -212,12 +212,46 @@ TEST( StreamRefusalTest, theFrameSaysWhatIsWrong )
    EXPECT_EQ( replica.refusal( signedAgain( version ) ),
          "a batch of version 9, 1 is what this side reads" );
    Bytes flags = whole;
-   flags[ 3 ] = std::byte{ 2 };
+   flags[ 3 ] = std::byte{ 3 };
    EXPECT_EQ( replica.refusal( signedAgain( flags ) ),
          "a batch of " + std::to_string( whole.size() ) + " bytes does not fit into the log" );
    Bytes damaged = whole;
    damaged.back() ^= std::byte{ 1 };
    EXPECT_EQ( replica.refusal( damaged ), "the checksum of a batch is wrong" );
+}
+
+/// The whole collection of children that a reader gets of which more has gone than is there: a
+/// single key that is kept.
+TEST( StreamRefusalTest, onlyAWholeCollectionKeepsChildren )
+{
+   Source source;
+   source.root->treeIs( "T" );
+   Replica replica;
+   replica.read( source.batch() );
+   Vok::StreamPlace place( source.writer );
+   for ( int i = 0; i != 70; ++i ) {
+      source.root->treeIs( std::to_string( i ) );
+      source.batch();
+      source.root->treeDel( std::to_string( i ) );
+      source.batch();
+   }
+   Vok::NboAttrLog::Out out;
+   place.catchUp( out );
+   const Bytes batch = TestSupport::bytesOf( out );
+   const Bytes kept = { std::byte{ 1 }, std::byte{ 2 }, std::byte{ 0 }, std::byte{ 0 },
+      std::byte{ 0 }, std::byte{ 1 }, std::byte{ 'T' } };
+   const auto at = std::search( batch.begin(), batch.end(), kept.begin(), kept.end() );
+   ASSERT_NE( at, batch.end() );
+   const auto with = [ & ]( std::ptrdiff_t offset, std::uint8_t byte ) {
+      Bytes forged = batch;
+      forged[ static_cast< std::size_t >( at - batch.begin() + offset ) ] = std::byte{ byte };
+      return replica.refusal( signedAgain( std::move( forged ) ) );
+   };
+   EXPECT_EQ( with( 0, 0 ), "a member is kept where none has to be" );
+   EXPECT_EQ( with( 1, 0 ), "a whole collection deletes a member" );
+   EXPECT_EQ( with( 1, 3 ), "a batch names no such operation on a member" );
+   replica.read( batch );
+   ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
 }
 
 TEST( StreamRefusalTest, aBoundOrCodeIsRefusedWithItsMessage )
