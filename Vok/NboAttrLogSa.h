@@ -34,6 +34,15 @@ class BatchReader;
 class BatchWriter;
 } // namespace Detail
 
+/// How far a reader has come: the stream that it follows, and the last batch of it that it has.
+/// Both are 0 where it has none.
+struct StreamPosition {
+   std::uint64_t stream = 0;
+   std::uint64_t batch = 0;
+
+   friend bool operator==( const StreamPosition &, const StreamPosition & ) = default;
+};
+
 /// Writes the changes of an entity and everything below it, for one reader or for many.
 ///
 /// It notes which attributes and keys changed, each once, and a batch carries their values at the
@@ -63,6 +72,9 @@ class VOK_EXPORT EntityVokNboAttrLogSa {
    /// the others get. Throws std::logic_error while `hasChanges()`: what is pending is written for
    /// all first. One that throws leaves `out` as it was.
    void writeWhole( NboAttrLog::Out & out );
+
+   /// Its stream, which has a random number, and the last batch that was written.
+   StreamPosition position() const noexcept;
 
    /// `f` is called when the writer goes from nothing pending to something, from inside the
    /// mutator. It only takes note: it neither writes nor changes entities, and does not throw.
@@ -105,6 +117,16 @@ class VOK_EXPORT StreamPlace {
    /// written, or where it is gone; one that throws leaves `out` and the place as they were.
    Told catchUp( NboAttrLog::Out & out );
 
+   /// The same for a reader that stopped later than this one, and for any other one: whoever is
+   /// older than the place, or follows another stream, gets the whole tree. The place stays.
+   Told catchUp( const StreamPosition & reader, NboAttrLog::Out & out ) const;
+
+   /// The reader has come to `batch`, which it was told by other means; silent where that is no
+   /// later one than it has, or was not written yet. What only it needed is forgotten.
+   void moveTo( std::uint64_t batch ) noexcept;
+
+   StreamPosition position() const noexcept;
+
  private:
    std::unique_ptr< Detail::BatchPlace > place_;
 };
@@ -127,6 +149,9 @@ class VOK_EXPORT EntityVokNboAttrLogReader {
    /// refuses; std::bad_alloc. An exception from a notifiee comes out after the whole batch is
    /// applied.
    void read( NboAttrLog::In & in );
+
+   /// How far it has come.
+   StreamPosition position() const noexcept;
 
    /// What the last batch carried that this side does not know, a text each.
    std::vector< Corvo::String > passedOver() const;

@@ -20,8 +20,7 @@
 
 namespace Vok::Detail {
 
-/// Where a reader stopped. Places stand in the order of their batches: one is made, and moves, to
-/// the last batch that was written.
+/// Where a reader stopped. Places stand in the order of their batches.
 struct BatchPlace {
    explicit BatchPlace( BatchWriter & stream );
    BatchPlace( const BatchPlace & ) = delete;

@@ -10,6 +10,7 @@
 #include "Vok/Entity.h"
 #include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
+#include "Vok/NboAttrLogSa.h"
 #include "Vok/detail/ReadType.h"
 
 #include <cstdint>
@@ -46,6 +47,7 @@ class BatchReader {
    explicit BatchReader( const Corvo::Ptr< Entity > & root ) : root_( root ) {}
 
    void read( NboAttrLog::In & in );
+   StreamPosition position() const noexcept { return { stream_, last_ }; }
    const std::vector< Corvo::String > & passedOver() const noexcept { return passedOver_; }
 
  private:

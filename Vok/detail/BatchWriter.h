@@ -15,6 +15,7 @@
 #include "Vok/HSet.h"
 #include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
+#include "Vok/NboAttrLogSa.h"
 #include "Vok/detail/LinkedList.h"
 #include "Vok/detail/StreamType.h"
 
@@ -46,11 +47,11 @@ class BatchWriter {
    /// Brings a reader from a place to where the stream is: the place of one that has nothing is 0.
    /// Whether it took the whole tree.
    bool catchUp( std::uint64_t since, NboAttrLog::Out & out );
-   std::uint64_t written() const noexcept { return written_; }
+   StreamPosition position() const noexcept { return { stream_, written_ }; }
 
    void enter( BatchPlace & place ) noexcept;
    void leave( BatchPlace & place ) noexcept;
-   void moveToEnd( BatchPlace & place ) noexcept;
+   void move( BatchPlace & place, std::uint64_t batch ) noexcept;
 
    class Node;
 

@@ -30,10 +30,24 @@ void BatchWriter::leave( BatchPlace & place ) noexcept
    sweepHistory();
 }
 
-void BatchWriter::moveToEnd( BatchPlace & place ) noexcept
+void BatchWriter::move( BatchPlace & place, std::uint64_t batch ) noexcept
 {
+   if ( batch <= place.batch || batch > written_ ) {
+      return;
+   }
    places_.remove( place );
-   enter( place );
+   place.batch = batch;
+   LinkedList< BatchPlace, 0 > later;
+   while ( places_.first() && places_.first()->batch > batch ) {
+      BatchPlace & other = *places_.first();
+      places_.remove( other );
+      later.push( other );
+   }
+   places_.push( place );
+   while ( BatchPlace * const other = later.first() ) {
+      later.remove( *other );
+      places_.push( *other );
+   }
    sweepHistory();
 }
 

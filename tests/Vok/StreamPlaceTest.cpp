@@ -318,6 +318,70 @@ TEST( StreamPlaceTest, aPlaceOutlivesItsWriter )
    EXPECT_THROW( place.catchUp( out ), std::logic_error );
 }
 
+/// One place serves all that stopped later, and sends the whole tree to whoever is older.
+TEST( StreamPlaceTest, aPlaceServesLaterReaders )
+{
+   Stopped tree;
+   std::vector< std::unique_ptr< Follower > > later;
+   for ( std::uint16_t i = 0; i != 10; ++i ) {
+      later.push_back( std::make_unique< Follower >() );
+      later.back()->join( tree.source );
+      tree.source.root->midIs( static_cast< std::uint16_t >( 100 + i ) );
+      tree.source.root->treeIs( std::to_string( i ) );
+      tree.source.batch();
+   }
+   tree.reader.place->moveTo( 4 );
+   EXPECT_EQ( tree.reader.place->position().batch, 4U );
+   tree.reader.place->moveTo( 2 );
+   tree.reader.place->moveTo( 100 );
+   EXPECT_EQ( tree.reader.place->position().batch, 4U );
+   for ( const auto & reader : later ) {
+      Vok::NboAttrLog::Out out;
+      const bool older = reader->reader.position().batch < 4;
+      EXPECT_EQ( tree.reader.place->catchUp( reader->reader.position(), out ),
+            older ? Told::wholeTree : Told::changes );
+      reader->read( out.bytes() );
+      EXPECT_EQ( reader->reader.position(), tree.source.writer.position() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *tree.source.root, *reader->root ) );
+   }
+   Vok::NboAttrLog::Out out;
+   const Vok::StreamPosition elsewhere{ 1, 5 };
+   EXPECT_EQ( tree.reader.place->catchUp( elsewhere, out ), Told::wholeTree );
+}
+
+/// Places are moved in any order, and each keeps what its reader misses.
+TEST( StreamPlaceTest, whatNoPlaceNeedsIsForgotten )
+{
+   Random random( 3 );
+   Source source;
+   RandomTree tree( *source.root, random );
+   source.batch();
+   std::vector< std::unique_ptr< Follower > > readers;
+   for ( unsigned round = 0; round != 300; ++round ) {
+      if ( readers.size() < 5 ) {
+         readers.push_back( std::make_unique< Follower >() );
+         readers.back()->join( source );
+         readers.back()->stop( source );
+      }
+      tree.changes( 1 + random.below( 5 ) );
+      source.batch();
+      const std::size_t one = random.below( static_cast< std::uint32_t >( readers.size() ) );
+      Follower & reader = *readers[ one ];
+      Vok::NboAttrLog::Out out;
+      reader.place->catchUp( reader.reader.position(), out );
+      reader.read( out.bytes() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *reader.root ) ) << round;
+      if ( random.oneIn( 2 ) ) {
+         tree.changes( 1 );
+         source.batch();
+      }
+      reader.place->moveTo( reader.reader.position().batch );
+      if ( random.oneIn( 20 ) ) {
+         readers.erase( readers.begin() + static_cast< std::ptrdiff_t >( one ) );
+      }
+   }
+}
+
 TEST( StreamPlaceTest, aReaderTakesNoOtherReadersBatch )
 {
    Stopped tree;
