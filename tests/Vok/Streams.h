@@ -1,8 +1,8 @@
 // A writer's tree and its replica, for tests of change streams.
 #pragma once
 
-#include "tests/Vok/RandomTree.h"
 #include "tests/model/Everything.h"
+#include "tests/model/RandomTree.h"
 
 #include "Vok/Vok.h"
 

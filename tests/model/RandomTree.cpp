@@ -1,6 +1,6 @@
 // Random changes of a tree of the test module. Two draws never stand in one list of call arguments,
 // whose order is the compiler's: a seed means the same changes everywhere.
-#include "tests/Vok/RandomTree.h"
+#include "tests/model/RandomTree.h"
 
 #include <vector>
 

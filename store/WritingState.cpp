@@ -1,0 +1,70 @@
+// How a client writes a tree: what it sends, and what it knows that the store has.
+#include "store/detail/ClientState.h"
+
+namespace Vok::Store::Detail {
+
+WritingState::WritingState( ClientState & owner, std::uint32_t number, std::string path,
+      const Corvo::Ptr< Entity > & root, bool takeOver )
+      : client( &owner ),
+        channel( number ),
+        path_( std::move( path ) ),
+        root_( root ),
+        takeOver_( takeOver ),
+        stream_( root )
+{
+}
+
+void WritingState::open()
+{
+   if ( refusal_.empty() ) {
+      client->send(
+            OpenWriter{ channel, path_, std::string( root_->typeData().name() ), takeOver_ } );
+   }
+}
+
+// The store goes on behind the last batch of this stream that it has; one that has another stream,
+// or none, gets the whole tree.
+void WritingState::opened( const Opened & message )
+{
+   const StreamPosition has{ message.stream, message.batch };
+   NboAttrLog::Out out;
+   stream_.write( out ); // so that nothing is pending
+   out.clear();
+   store_.catchUp( has, out );
+   if ( out.size() != 0 ) {
+      send( out );
+   }
+   if ( has.stream == stream_.position().stream ) {
+      store_.moveTo( has.batch );
+   }
+   open_ = true;
+}
+
+void WritingState::refused( const Refused & message )
+{
+   open_ = false;
+   refusal_ = message.text;
+}
+
+void WritingState::acknowledged( const Acknowledged & message )
+{
+   store_.moveTo( message.batch );
+}
+
+void WritingState::flush()
+{
+   if ( !open_ || !stream_.hasChanges() || client->busy() ) {
+      return;
+   }
+   NboAttrLog::Out out;
+   stream_.write( out );
+   send( out );
+}
+
+void WritingState::send( const NboAttrLog::Out & batch )
+{
+   client->sendBatch( channel,
+         std::make_shared< const Bytes >( batch.bytes().begin(), batch.bytes().end() ) );
+}
+
+} // namespace Vok::Store::Detail
