@@ -151,6 +151,9 @@ void Lexer::readDocComment()
       doc.range.end = offset_;
    } else {
       detachDoc();
+      const bool below = !tokenOnLine_ && linesSinceDoc_ == 1 && !docs_.empty();
+      newColumn_ = below ? column + 1 : 0;
+      columnAbove_ = docColumn_ + 1;
       DocComment doc;
       doc.range = { begin, offset_ };
       doc.text = text;
@@ -170,10 +173,28 @@ void Lexer::detachDoc()
    }
 }
 
+/// A comment right below one that stands behind a declaration either goes on with that one, or
+/// starts where the declaration does that it documents. Where none follows, it documents nothing.
+void Lexer::checkColumn()
+{
+   const bool follows = !docs_.back().detached && offset_ != size_ && at( offset_ ) != '}';
+   const std::size_t column = characterCount( file_.text( { lineStart_, offset_ } ) ) + 1;
+   if ( follows && newColumn_ != column ) {
+      const std::uint32_t begin = docs_.back().range.begin;
+      report( { begin, begin + 3 }, Message::commentInNoColumn,
+            { std::to_string( newColumn_ ), std::to_string( columnAbove_ ),
+                  std::to_string( column ) } );
+   }
+   newColumn_ = 0;
+}
+
 Token Lexer::readToken()
 {
    if ( linesSinceDoc_ != 1 ) {
       detachDoc();
+   }
+   if ( newColumn_ != 0 ) {
+      checkColumn();
    }
    Token token;
    token.startsLine = !tokenOnLine_;

@@ -31,6 +31,7 @@ class Lexer {
    void skipBlockComment();
    void readDocComment();
    void detachDoc();
+   void checkColumn();
    Token readToken();
    TokenKind readWord();
    TokenKind readNumber();
@@ -50,6 +51,9 @@ class Lexer {
    std::size_t tokenCount_ = 0;
    bool tokenOnLine_ = false;
    std::size_t docColumn_ = 0; ///< Where the comment read last starts in its line.
+   /// Of a comment right below one that it does not continue, and of that one; 0 for none.
+   std::size_t newColumn_ = 0;
+   std::size_t columnAbove_ = 0;
    std::size_t linesSinceDoc_ = 2; ///< 0 on the line of that comment, 1 on the next.
 };
 

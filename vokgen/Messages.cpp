@@ -46,6 +46,9 @@ constexpr auto table = std::to_array< Row >( {
       { Message::commentDocumentsNothing, "commentDocumentsNothing",
             "this '///' documents nothing; it stands behind a declaration, on the same line, or "
             "on lines of its own before one ('//' starts an ordinary comment)" },
+      { Message::commentInNoColumn, "commentInNoColumn",
+            "this '///' is in column {0}; it goes on with the comment above in column {1}, or "
+            "documents what follows in column {2}" },
       // Files and modules
       { Message::cannotRead, "cannotRead", "cannot read {0}: {1}" },
       { Message::unknownModule, "unknownModule",

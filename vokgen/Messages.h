@@ -27,6 +27,7 @@ enum class Message {
    openedHere,
    tooDeep,
    commentDocumentsNothing,
+   commentInNoColumn,
    // Files and modules
    cannotRead,
    unknownModule,

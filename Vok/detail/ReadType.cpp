@@ -86,12 +86,19 @@ void reconcile( const ReadType & type, const ReadRow & row, std::string_view typ
    if ( own.typeName != typeName || ( !holdsEntities( own ) && layout != layoutOf( typeName ) ) ) {
       incompatible( type.name, row.name, "the writer's attribute is of another type" );
    }
-   if ( own.keyTypeName != keyTypeName ||
-         ( !keyTypeName.empty() && keyLayout != layoutOf( keyTypeName ) ) ) {
+   if ( own.keyTypeName != keyTypeName || keyLayout != keyLayoutOf( own ) ) {
       incompatible( type.name, row.name, "the writer's collection has another key" );
    }
    if ( !own.collection && row.fixedSize != own.value->fixedLogSize ) {
       incompatible( type.name, row.name, "the writer's attribute has another size" );
+   }
+}
+
+// A default of this side's own may lie beyond the bounds that its mutator checks; no other may.
+void checkInitial( const AttributeRow & own, const void * initial )
+{
+   if ( own.check && !own.value->equal( initial, defaultOf( own ).data() ) ) {
+      own.check( initial );
    }
 }
 
@@ -109,6 +116,7 @@ void readInitial( In & in, ReadRow & row )
       if ( initial.remaining() != 0 ) {
          throw Exception( "a default in a batch is longer than its value" );
       }
+      checkInitial( *row.own, row.initial->data() );
    }
 }
 

@@ -60,13 +60,23 @@ std::uint64_t layoutOf( std::string_view typeName )
       for ( const AttributeData & field : type->attributes() ) {
          const AttributeRow & row = field.row();
          if ( row.kind != AttributeKind::constant && row.mask == 0 ) {
+            layout = mixed( layout, hashed( row.name ) );
             layout =
                   mixed( layout, layoutOf( row.typeName ) + static_cast< unsigned >( row.kind ) );
-            layout = mixed( layout, row.keyTypeName.empty() ? 0 : layoutOf( row.keyTypeName ) );
+            layout = mixed( layout, keyLayoutOf( row ) );
          }
       }
    }
    return layout;
+}
+
+std::uint64_t keyLayoutOf( const AttributeRow & row )
+{
+   if ( row.keyTypeName.empty() ) {
+      return 0;
+   }
+   const std::uint64_t layout = layoutOf( row.keyTypeName );
+   return row.keyField.empty() ? layout : mixed( layout, hashed( row.keyField ) );
 }
 
 OwnedValue defaultOf( const AttributeRow & row )
@@ -125,7 +135,7 @@ void WrittenType::describe( NboAttrLog::Out & out,
       putText( out, row.typeName );
       putText( out, row.keyTypeName );
       out.put( holdsEntities( row ) ? 0 : layoutOf( row.typeName ) );
-      out.put( row.keyTypeName.empty() ? 0 : layoutOf( row.keyTypeName ) );
+      out.put( keyLayoutOf( row ) );
       out.putVarint( row.collection ? 0 : row.value->fixedLogSize );
       out.putVarint( row.kind == AttributeKind::children || row.kind == AttributeKind::child
                   ? typeIndex( row.collection->memberType() ) + 1

@@ -21,8 +21,12 @@ bool isStreamed( const AttributeRow & row ) noexcept;
 bool holdsEntities( const AttributeRow & row ) noexcept;
 
 /// A number that tells apart types of different layout in a log: of a value type it follows from
-/// its fields' types, of an enumeration from its name alone.
+/// the names and types of its fields, of an enumeration from its name alone.
 std::uint64_t layoutOf( std::string_view typeName );
+
+/// The same for the keys of a collection, which also tells where they stand: beside the members, or
+/// in which field of them. 0 where there are none.
+std::uint64_t keyLayoutOf( const AttributeRow & row );
 
 /// What a plain or optional attribute of a fresh entity holds.
 OwnedValue defaultOf( const AttributeRow & row );

@@ -5,12 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 namespace {
 
 using namespace FlowTrackerTest;
 using namespace FlowTracking;
+using TestSupport::expectConsecutive;
 using TestSupport::expectEntity;
 
 TEST( ConfigAttributesTest, congestionConfigIsAsItsTableSays )
@@ -61,14 +60,6 @@ TEST( ConfigAttributesTest, configIsAsItsTableSays )
 TEST( ConfigAttributesTest, mirrorOnDropConfigIsAsItsTableSays )
 {
    expectEntity( mirrorOnDropConfig() );
-}
-
-/// The constants of a type, in declared order, are the numbers from 258 on.
-void expectConsecutive( const std::vector< Vok::AttrId > & ids )
-{
-   for ( std::size_t i = 0; i != ids.size(); ++i ) {
-      EXPECT_EQ( ids[ i ], 258 + i ) << i;
-   }
 }
 
 TEST( ConfigAttributesTest, idsAreConstantsOfTheTypes )

@@ -16,7 +16,6 @@ using TestSupport::Away;
 using TestSupport::childOf;
 using TestSupport::EntityPtr;
 using TestSupport::EntityTable;
-using TestSupport::ReplicatedTree;
 using TestSupport::setAll;
 
 /// Gives every attribute of every entity of a configuration another value than its default.
@@ -38,19 +37,10 @@ std::vector< EntityTable > typesOf( const EntityTable & root )
       dumpBuffersInstructions() };
 }
 
-/// Every attribute away from its default replicates, survives a resync and reaches a late reader.
 void expectWholeTree( const EntityTable & table )
 {
-   ReplicatedTree tree( table );
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   const Vok::Digest before = Vok::treeDigest( *tree.root );
-   setTree( tree.root, table );
-   Away away;
-   away.add( *tree.root );
-   EXPECT_EQ( away.missing( typesOf( table ) ), "" );
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   EXPECT_FALSE( before == Vok::treeDigest( *tree.replica ) );
-   tree.resync();
+   expectWholeTreeFollows( table, typesOf( table ),
+         [ & ]( const EntityPtr & root ) { setTree( root, table ); } );
 }
 
 void expectRandomTrees( const EntityTable & table )

@@ -6,13 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace {
 
 using namespace FlowTrackerTest;
 using namespace HwFlowTracking;
 using TestSupport::EntityTable;
+using TestSupport::expectConsecutive;
 
 class HwConfigAttributes : public testing::TestWithParam< EntityTable > {
 };
@@ -39,14 +39,6 @@ TEST( HwConfigAttributesTest, aBindingIsAsItsTableSays )
    const auto binding = config->hwIntfFtConfigIs(
          Wyre::IntfId( "Ethernet1" ), tracker, FlowTracking::sampleModeTargeted );
    TestSupport::expectEntity( *binding, intfFtConfig() );
-}
-
-/// The constants of a type, in declared order, are the numbers from 258 on.
-void expectConsecutive( const std::vector< Vok::AttrId > & ids )
-{
-   for ( std::size_t i = 0; i != ids.size(); ++i ) {
-      EXPECT_EQ( ids[ i ], 258 + i ) << i;
-   }
 }
 
 TEST( HwConfigAttributesTest, idsOfGroupsAreConstantsOfTheTypes )

@@ -57,15 +57,7 @@ struct HwConfigReplicationTest : testing::Test {
 
 TEST_F( HwConfigReplicationTest, everyAttributeAwayFromItsDefaultReplicatesAndSurvivesAResync )
 {
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   const Vok::Digest before = Vok::treeDigest( *tree.root );
-   setTree( tree.root );
-   Away away;
-   away.add( *tree.root );
-   EXPECT_EQ( away.missing( types() ), "" );
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   EXPECT_FALSE( before == Vok::treeDigest( *tree.replica ) );
-   tree.resync();
+   expectWholeTreeFollows( hwConfig(), types(), setTree );
 }
 
 TEST_F( HwConfigReplicationTest, randomTreesFollow )

@@ -6,13 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace {
 
 using namespace FlowTrackerTest;
 using namespace HwFlowTracking;
 using TestSupport::EntityTable;
+using TestSupport::expectConsecutive;
 
 class HwStatusAttributes : public testing::TestWithParam< EntityTable > {
 };
@@ -31,14 +31,6 @@ INSTANTIATE_TEST_SUITE_P( Of, HwStatusAttributes,
       testing::Values( ftMirrorStatus(), fgStatus(), ftStatus(), intfFtStatus(), hwStatus(),
             mirrorOnDropHwStatus(), hwCapabilities() ),
       typeOf );
-
-/// The constants of a type, in declared order, are the numbers from 258 on.
-void expectConsecutive( const std::vector< Vok::AttrId > & ids )
-{
-   for ( std::size_t i = 0; i != ids.size(); ++i ) {
-      EXPECT_EQ( ids[ i ], 258 + i ) << i;
-   }
-}
 
 TEST( HwStatusAttributesTest, idsOfTheStatusAreConstantsOfTheTypes )
 {

@@ -15,6 +15,7 @@ using namespace FlowTrackerTest;
 using namespace HwFlowTracking;
 using Ipfix::TemplateId;
 using TestSupport::Away;
+using TestSupport::EntityPtr;
 using TestSupport::EntityTable;
 using TestSupport::Heard;
 using TestSupport::Recorder;
@@ -27,6 +28,18 @@ std::vector< EntityTable > types()
    return { hwStatus(), ftStatus(), fgStatus(), ftMirrorStatus() };
 }
 
+/// Gives every attribute of every entity of a hardware status another value than its default.
+void setTree( const EntityPtr & root )
+{
+   setAll( *root, hwStatus() );
+   auto & status = static_cast< Status & >( *root );
+   const auto tracker = status.hwFtStatus( "tracker" );
+   setAll( *tracker, ftStatus() );
+   tracker->templateStatusIs( status.templateStatus( TemplateId( 300 ) ) );
+   setAll( *tracker->hwFgStatus( "group" ), fgStatus() );
+   setAll( *tracker->hwFgStatus( "group" )->mirrorStatus(), ftMirrorStatus() );
+}
+
 struct HwStatusReplicationTest : testing::Test {
    Status & root() { return static_cast< Status & >( *tree.root ); }
    Status & replica() { return static_cast< Status & >( *tree.replica ); }
@@ -36,20 +49,7 @@ struct HwStatusReplicationTest : testing::Test {
 
 TEST_F( HwStatusReplicationTest, everyAttributeAwayFromItsDefaultReplicatesAndSurvivesAResync )
 {
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   const Vok::Digest before = Vok::treeDigest( *tree.root );
-   setAll( root(), hwStatus() );
-   const auto tracker = root().hwFtStatus( "tracker" );
-   setAll( *tracker, ftStatus() );
-   tracker->templateStatusIs( root().templateStatus( TemplateId( 300 ) ) );
-   setAll( *tracker->hwFgStatus( "group" ), fgStatus() );
-   setAll( *tracker->hwFgStatus( "group" )->mirrorStatus(), ftMirrorStatus() );
-   Away away;
-   away.add( *tree.root );
-   EXPECT_EQ( away.missing( types() ), "" );
-   ASSERT_NO_FATAL_FAILURE( tree.follow() );
-   EXPECT_FALSE( before == Vok::treeDigest( *tree.replica ) );
-   tree.resync();
+   expectWholeTreeFollows( hwStatus(), types(), setTree );
 }
 
 TEST_F( HwStatusReplicationTest, randomTreesFollow )

@@ -115,6 +115,19 @@ std::string refusalInBounds( const Bytes & batch )
    return why;
 }
 
+TEST( StreamDescriptionTest, whereTheKeysOfACollectionStandIsPartOfTheirLayout )
+{
+   using Vok::Detail::keyLayoutOf;
+   using Vok::Detail::layoutOf;
+   const auto row = []( std::string_view name ) {
+      return ::Test::Root::vokType().attribute( name )->row();
+   };
+   EXPECT_EQ( keyLayoutOf( row( "steps" ) ), layoutOf( "u32" ) );
+   EXPECT_NE( keyLayoutOf( row( "groups" ) ), layoutOf( row( "groups" ).keyTypeName ) );
+   EXPECT_NE( keyLayoutOf( row( "sorted" ) ), layoutOf( row( "sorted" ).keyTypeName ) );
+   EXPECT_EQ( keyLayoutOf( row( "title" ) ), 0U );
+}
+
 TEST( StreamDescriptionTest, aTypeThatIsDescribedTwiceIsRefused )
 {
    EXPECT_EQ( refusalInBounds( Descriptions( 2 ).leaf( 1 ).leaf( 1 ).batch() ),

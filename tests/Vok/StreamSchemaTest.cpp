@@ -192,6 +192,22 @@ TEST( StreamSchemaTest, theWritersDefaultIsStored )
    EXPECT_EQ( replica.root->title(), "bone" );
 }
 
+TEST( StreamSchemaTest, aDefaultBeyondTheReadersBoundsIsRefused )
+{
+   Source source;
+   Replica replica;
+   Bytes batch = source.batch();
+   // The description of tiny: its name and type, no key, two layouts, size, no members, default.
+   const std::size_t at = textOf( batch ).find( std::string_view( "\4tiny\2u8\0", 9 ) );
+   ASSERT_NE( at, std::string_view::npos );
+   ASSERT_EQ( batch[ at + 28 ], std::byte{ 1 } );
+   batch[ at + 28 ] = std::byte{ 99 };
+   signAgain( batch );
+   EXPECT_EQ(
+         replica.refusal( batch ), "Test::Root::tiny < 1 or > (Test::Level::top - 2) not allowed" );
+   EXPECT_EQ( replica.root->tiny(), 1 );
+}
+
 TEST( StreamSchemaTest, whatCannotBeReconciledIsRefusedAndNamed )
 {
    Source source;

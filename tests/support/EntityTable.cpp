@@ -194,4 +194,11 @@ void expectEntity( Vok::Entity & fresh, const EntityTable & table )
    }
 }
 
+void expectConsecutive( const std::vector< Vok::AttrId > & ids )
+{
+   for ( std::size_t i = 0; i != ids.size(); ++i ) {
+      EXPECT_EQ( ids[ i ], 258 + i ) << i;
+   }
+}
+
 } // namespace TestSupport

@@ -84,6 +84,9 @@ void expectEntity( const EntityTable & table );
 /// The same with an entity that its table cannot make, because an argument refers to another.
 void expectEntity( Vok::Entity & fresh, const EntityTable & table );
 
+/// The ids that a type's constants give, in declared order, are the numbers from 258 on.
+void expectConsecutive( const std::vector< Vok::AttrId > & ids );
+
 /// The changes of one row alone, on an entity that is as new as far as that row goes.
 void expectChanges( Vok::Entity & entity, const AttributeRow & row );
 

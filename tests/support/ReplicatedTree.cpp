@@ -152,6 +152,21 @@ std::string Away::missing( const std::vector< EntityTable > & tables ) const
    return missing;
 }
 
+void expectWholeTreeFollows( const EntityTable & table, const std::vector< EntityTable > & types,
+      const std::function< void( const EntityPtr & root ) > & change )
+{
+   ReplicatedTree tree( table );
+   ASSERT_NO_FATAL_FAILURE( tree.follow() );
+   const Vok::Digest before = Vok::treeDigest( *tree.root );
+   change( tree.root );
+   Away away;
+   away.add( *tree.root );
+   EXPECT_EQ( away.missing( types ), "" );
+   ASSERT_NO_FATAL_FAILURE( tree.follow() );
+   EXPECT_FALSE( before == Vok::treeDigest( *tree.replica ) );
+   tree.resync();
+}
+
 void expectRandomTreesFollow( const EntityTable & table, const RandomRuns & runs, Away & away )
 {
    for ( std::uint64_t seed = 0; seed != runs.trees; ++seed ) {

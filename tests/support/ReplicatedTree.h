@@ -5,6 +5,7 @@
 #include "tests/support/EntityTable.h"
 
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -59,6 +60,12 @@ class Away {
    std::set< std::string > inward_; ///< attributes that referred to an entity of their tree
    std::set< std::string > outward_; ///< and to another
 };
+
+/// Every attribute of a tree that can be away from its default replicates, survives a resync and
+/// reaches a late reader. `change` takes them away from it; the tables are those of the types that
+/// have any.
+void expectWholeTreeFollows( const EntityTable & table, const std::vector< EntityTable > & types,
+      const std::function< void( const EntityPtr & root ) > & change );
 
 /// How random trees are changed: so many trees, each so many times by up to so many changes.
 struct RandomRuns {

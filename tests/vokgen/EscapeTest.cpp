@@ -80,12 +80,32 @@ TEST( TrailingComment, standsWhereItFits )
    EXPECT_EQ( trailingComment( "red = 0,", "two\n\nparagraphs" ), "" );
 }
 
+TEST( Markdown, hasCodeBetweenBackticks )
+{
+   const std::vector< std::pair< std::string, std::string > > cases = {
+      { "`none` has `a <b> *c* &amp; $d$`.", "`none` has `a <b> *c* &amp; $d$`." },
+      { "`one", "\\`one" },
+      { "`one` `two", "`one` \\`two" },
+      { "``", "\\`\\`" },
+      { "``one``", "\\`\\`one\\`\\`" },
+      { "`a``b` c", "\\`a\\`\\`b\\` c" },
+      { "` a`, `b `", "\\` a\\`, \\`b \\`" },
+      { "`a|<b`*`", "\\`a\\|\\<b\\`\\*\\`" }, // would end the cell
+      { "`a\\`b`", "\\`a\\\\\\`b\\`" },
+      { "`two\nlines`", "`two lines`" },
+      { "`a\n`", "\\`a \\`" },
+   };
+   for ( const auto & [ text, markdown ] : cases ) {
+      EXPECT_EQ( markdownText( text ), markdown );
+   }
+}
+
 TEST( Markdown, isReadAsItStands )
 {
    const std::vector< std::pair< std::string, std::string > > cases = {
       { "plain, text. (1) 0.5", "plain, text. (1) 0.5" },
       { "a|b", "a\\|b" },
-      { "<b>&amp;`code`*_[x](y)", "\\<b\\>\\&amp;\\`code\\`\\*\\_\\[x\\](y)" },
+      { "<b>&amp;*_[x](y)", "\\<b\\>\\&amp;\\*\\_\\[x\\](y)" },
       { "# heading # not", "\\# heading # not" },
       { "- item - not", "\\- item - not" },
       { "12. item", "12\\. item" },

@@ -61,6 +61,26 @@ std::string visible( std::string_view text )
    return out;
 }
 
+// Where the pair of backticks ends that starts at `open`; npos where it is no pair.
+std::size_t pairOfBackticks( std::string_view text, std::size_t open )
+{
+   const auto alone = [ text ]( std::size_t at ) {
+      return ( at == 0 || text[ at - 1 ] != '`' ) &&
+            ( at + 1 == text.size() || text[ at + 1 ] != '`' );
+   };
+   const std::size_t close = text.find( '`', open + 1 );
+   return close != std::string_view::npos && alone( open ) && alone( close )
+         ? close
+         : std::string_view::npos;
+}
+
+// Whether a text means itself between two backticks, in a cell of a table as well.
+bool isCode( std::string_view text )
+{
+   return !text.starts_with( ' ' ) && !text.ends_with( ' ' ) &&
+         text.find_first_of( "|\\" ) == std::string_view::npos;
+}
+
 } // namespace
 
 std::string cppLiteral( std::string_view bytes, std::size_t width )
@@ -103,8 +123,20 @@ std::string markdownText( std::string_view text )
    const std::string shown = visible( text );
    const std::size_t digits = shown.find_first_not_of( "0123456789" );
    std::string out;
+   std::size_t noCodeBefore = 0;
    for ( std::size_t at = 0; at != shown.size(); ++at ) {
       const char c = shown[ at ];
+      const std::size_t close =
+            c == '`' && at >= noCodeBefore ? pairOfBackticks( shown, at ) : std::string::npos;
+      if ( close != std::string::npos ) {
+         const std::string span = shown.substr( at + 1, close - at - 1 );
+         if ( isCode( span ) ) {
+            out.append( 1, '`' ).append( span ).append( 1, '`' );
+            at = close;
+            continue;
+         }
+         noCodeBefore = close + 1;
+      }
       const bool list = at == digits && at != 0 && ( c == '.' || c == ')' ) &&
             ( at + 1 == shown.size() || shown[ at + 1 ] == ' ' );
       if ( list || always.find( c ) != std::string_view::npos ||

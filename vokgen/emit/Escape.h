@@ -18,6 +18,7 @@ std::string cppLiteral( std::string_view bytes, std::size_t width = 90 );
 std::string commentText( std::string_view text );
 
 /// The text for Markdown, a cell of a table included: it is read as it stands, and in one line.
+/// What stands between two single backticks is code, unless it holds what could not stand there.
 std::string markdownText( std::string_view text );
 
 } // namespace VokGen

@@ -11,7 +11,7 @@ namespace Test {
 
 // ---- Enumerations -------------------------------------------------------------------------------
 
-/// # Not a heading | not a cell `not code` <b>not bold</b> * /
+/// # Not a heading | not a cell `code <b>` ``no code`` `no | code` <b>not bold</b> * /
 enum class Code : std::uint8_t {
    zero = 0, ///< ends with a backslash \.
    one = 1, ///< ends with a trigraph ??/.

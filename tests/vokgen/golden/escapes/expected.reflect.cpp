@@ -15,7 +15,8 @@ constexpr Vok::EnumTable codeTable{
 };
 constinit const Vok::TypeData codeType{ {
       .name = "Test::Code",
-      .documentation = "# Not a heading | not a cell `not code` <b>not bold</b> */",
+      .documentation =
+            "# Not a heading | not a cell `code <b>` ``no code`` `no | code` <b>not bold</b> */",
       .kind = Vok::TypeKind::enumeration,
       .module = &Vok::Modules::Sample,
       .enumerators = codeEnumerators,

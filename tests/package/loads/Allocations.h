@@ -1,0 +1,6 @@
+// How often a program has allocated since it was started, before main as well.
+#pragma once
+
+#include <cstddef>
+
+std::size_t allocationsSoFar();
