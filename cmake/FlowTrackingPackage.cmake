@@ -15,12 +15,18 @@ install( TARGETS Vok VokStore FlowTrackingConfigStatus EXPORT FlowTrackingTarget
    INCLUDES DESTINATION "${packageIncludeDir}" )
 install( TARGETS vokgen EXPORT VokgenTargets
    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" )
+if( TARGET VokStoreNet )
+   install( TARGETS VokStoreNet EXPORT FlowTrackingTargets
+      LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+      INCLUDES DESTINATION "${packageIncludeDir}" )
+endif()
 install( EXPORT FlowTrackingTargets DESTINATION "${packageConfigDir}" NAMESPACE FlowTracking:: )
 install( EXPORT VokgenTargets DESTINATION "${packageConfigDir}" NAMESPACE Vok:: )
 
 # Headers: clients write "Vok/Vok.h", "FlowTracker/ApplicationId.h", "Wyre/IntfId.h".
+# What stands on libuv is no client's business.
 install( DIRECTORY Vok store
-   DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h" )
+   DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h" PATTERN "uv" EXCLUDE )
 install( DIRECTORY "${PROJECT_SOURCE_DIR}/Platform/" "${PROJECT_BINARY_DIR}/gen/Platform/"
    DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h" )
 install( DIRECTORY "${PROJECT_BINARY_DIR}/gen/FlowTracker"

@@ -15,6 +15,7 @@
 
 #include "Vok/Export.h"
 #include "Vok/Vok.h"
+#include "store/Framing.h"
 #include "store/Message.h"
 #include "store/Path.h"
 
