@@ -14,6 +14,9 @@ class Peer {
    Peer( StreamSocket socket, Vok::EntityVokNboAttrLogSa & own,
          Vok::EntityVokNboAttrLogReader & other );
 
+   /// For poll(2): readable when receive() does not wait.
+   int descriptor() const noexcept { return socket_.descriptor(); }
+
    /// Sends what is pending of the own tree, if anything is.
    void send();
 

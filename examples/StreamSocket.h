@@ -24,6 +24,9 @@ class StreamSocket {
    /// Waits for a connection.
    StreamSocket accept() const;
 
+   /// For poll(2): readable when a connection, bytes or the end are there.
+   int descriptor() const noexcept { return descriptor_; }
+
    /// Sends all bytes.
    void send( std::span< const std::byte > bytes ) const;
 
