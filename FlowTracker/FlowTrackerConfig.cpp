@@ -28,42 +28,6 @@ Corvo::String Config::flowTrackingCliConfigPath( const Corvo::String & ftrTypeSt
          "flowtracking/input/config/" + std::string( ftrTypeStr ) + "/cli" );
 }
 
-Corvo::String Config::sampledFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/sampled/cli";
-}
-
-Corvo::String Config::hardwareFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/hardware/cli";
-}
-
-// The flow watcher is no kind of tracker: its path ends in another word than theirs.
-Corvo::String Config::hardwareFlowTrackingFlowWatcherConfigPath() const
-{
-   return "flowtracking/input/config/hardware/flowwatcher";
-}
-
-Corvo::String Config::inbandTelemetryFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/inbandTelemetry/cli";
-}
-
-Corvo::String Config::mirrorOnDropFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/mirrorOnDrop/cli";
-}
-
-Corvo::String Config::cpuQueueFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/cpuQueue/cli";
-}
-
-Corvo::String Config::dfwFlowTrackingCliConfigPath() const
-{
-   return "flowtracking/input/config/dfw/cli";
-}
-
 void MirrorOnDropConfig::setDefaultEncapFlags()
 {
    encapIs( EncapType::encapIpv4 );

@@ -123,6 +123,8 @@ struct Member {
    std::vector< Option > options;
 
    std::vector< Parameter > parameters;
+   std::optional< std::string > text = {}; ///< Of a function: what it gives, with its place.
+   Range textRange;
    bool isStatic = false;
    bool mutating = false;
 

@@ -39,6 +39,10 @@ void number( const Scopes & scopes );
 
 } // namespace Stages
 
+/// Reports a text that a function cannot be written as; `ofType`: it is an attribute.
+void checkText( const Scopes & scopes, const Ast::Member & member, const Model::Function & function,
+      bool ofType );
+
 /// Resolves what a function takes and gives, inside `scope`; false where some of it means nothing.
 bool resolveFunction( const Scopes & scopes, const std::string & scope, const Ast::Member & member,
       Model::Function & into );

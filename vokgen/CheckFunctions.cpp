@@ -34,7 +34,18 @@ bool resolveFunction( const Scopes & scopes, const std::string & scope, const As
       into.result = scopes.resolve( scope, member.type, TypeUse::parameter );
       good = good && into.result;
    }
+   into.text = member.text;
    return good;
+}
+
+void checkText( const Scopes & scopes, const Ast::Member & member, const Model::Function & function,
+      bool ofType )
+{
+   const bool plain = ofType && !function.mutating && function.parameters.empty() &&
+         function.result && function.result->fullName == "Corvo::String";
+   if ( function.text && !plain ) {
+      scopes.error( member.textRange, Message::textOfFunction, { member.name.text } );
+   }
 }
 
 void Stages::declareFunctions( const Scopes & scopes )
@@ -51,6 +62,7 @@ void Stages::declareFunctions( const Scopes & scopes )
       }
       checkName( scopes, member.name, "a function" );
       resolveFunction( scopes, source.nameSpace, member, *function );
+      checkText( scopes, member, *function, false );
       scopes.module().module->functions.push_back( std::move( function ) );
    }
 }

@@ -165,6 +165,7 @@ void MemberDeclarer::declare( const Ast::Member & member )
       added.attribute->function.emplace();
       Model::Function & function = *added.attribute->function;
       added.flawed = !resolveFunction( scopes_, type_.fullName, member, function );
+      checkText( scopes_, member, function, true );
       function.isStatic = type_.kind == Model::TypeDeclarationKind::constants;
       if ( function.result ) {
          added.attribute->type = *function.result;
@@ -333,6 +334,7 @@ void MemberDeclarer::addMethod( const Ast::Member & member )
    auto & value = static_cast< Model::ValueType & >( type_ );
    auto method = std::make_unique< Model::Function >();
    const bool good = resolveFunction( scopes_, type_.fullName, member, *method );
+   checkText( scopes_, member, *method, false );
    draft_.flawed = draft_.flawed || !good;
    if ( member.kind == MemberKind::method ) {
       value.methods.push_back( std::move( method ) );

@@ -240,6 +240,9 @@ void Hasher::function( const Model::Function & function )
    number( function.mutating ? 1 : 0 );
    text( function.result ? function.result->fullName : std::string() );
    parameters( function.parameters );
+   if ( function.text ) {
+      text( *function.text );
+   }
 }
 
 void Hasher::parameters( const std::vector< Model::Parameter > & parameters )

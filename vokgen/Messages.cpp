@@ -260,6 +260,9 @@ constexpr auto table = std::to_array< Row >( {
             "'{0}' has no bounds that 'checks' could check; add 'in lower..upper on set' to it" },
       { Message::mutatingOutsideEntity, "mutatingOutsideEntity",
             "only functions of entities are 'mutating'" },
+      { Message::textOfFunction, "textOfFunction",
+            "'{0}' cannot be written as its text: only a function of an entity or of constants "
+            "can, which takes nothing, changes nothing and gives a string" },
       // Between types
       { Message::definedInCircle, "definedInCircle",
             "types need one another's definition in a circle: {0}" },

@@ -145,6 +145,7 @@ enum class Message {
    settableReference,
    checksWithoutBounds,
    mutatingOutsideEntity,
+   textOfFunction,
    // Between types
    definedInCircle,
    // The list of errors

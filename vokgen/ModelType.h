@@ -165,12 +165,14 @@ struct Parameter {
    Type type;
 };
 
-/// A function whose definition is written by hand, in the .cpp beside the definition file.
+/// A function. Its definition is written by hand, in the .cpp beside the definition file, unless it
+/// gives a text.
 struct Function {
    std::string name;
    std::string documentation;
    std::vector< Parameter > parameters;
    std::optional< Type > result; ///< None for a function that returns nothing.
+   std::optional< std::string > text = {}; ///< What it gives, always.
    bool isStatic = false; ///< `static method`, and every function of a constants type.
    bool mutating = false; ///< May change its entity; all others are const.
 };

@@ -172,6 +172,10 @@ void MemberParser::functionRest( Ast::Member & member )
    parameters( member );
    if ( cursor_.take( "->" ) ) {
       member.type = cursor_.expectQualifiedName( "the type of the result after '->'" );
+      if ( cursor_.take( "=" ) ) {
+         member.text = cursor_.expectText( "the text that the function gives after '='" );
+         member.textRange = cursor_.last().range;
+      }
       cursor_.expectSemicolon();
       return;
    }

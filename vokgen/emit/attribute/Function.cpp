@@ -1,7 +1,9 @@
 // Functions that take an id: of entities, and the static ones of constants types. They are written
-// by hand.
+// by hand, but for those that give a text.
 #include "vokgen/emit/Cells.h"
 #include "vokgen/emit/Documentation.h"
+#include "vokgen/emit/Escape.h"
+#include "vokgen/emit/Functions.h"
 #include "vokgen/emit/Spelling.h"
 #include "vokgen/emit/attribute/AttributeEmitter.h"
 
@@ -16,8 +18,12 @@ std::string declaration( const Attribute & attribute )
    const Model::Function & function = *attribute.function;
    const Scope scope( *attribute.owner );
    const bool changesNothing = !function.isStatic && !function.mutating;
-   return ( function.isStatic ? "static " : "" ) + scope.result( function ) + " " + function.name +
-         inParentheses( scope.parameters( function ) ) + ( changesNothing ? " const" : "" ) + ";\n";
+   const std::string head = ( function.isStatic ? "static " : "" ) +
+         scope.result( function ) + " " + function.name +
+         inParentheses( scope.parameters( function ) ) + ( changesNothing ? " const" : "" );
+   return function.text
+         ? shortFunction( head, "return " + cppLiteral( *function.text, 80 ) + ";", 3 )
+         : head + ";\n";
 }
 
 /// "function ( kind `Corvo::String` ), gives `Corvo::String`"

@@ -36,7 +36,8 @@ class VOK_EXPORT Root : public Vok::Entity {
    static constexpr Vok::AttrId totalAttrId = 258;
    static constexpr Vok::AttrId pathAttrId = 259;
    static constexpr Vok::AttrId resetAttrId = 260;
-   static constexpr Vok::AttrId selectAttrId = 261;
+   static constexpr Vok::AttrId mottoAttrId = 261;
+   static constexpr Vok::AttrId selectAttrId = 262;
 
    /// A new Root with this name, without a parent.
    static Corvo::Ptr< Root > RootIs( const Corvo::String & name );
@@ -49,6 +50,9 @@ class VOK_EXPORT Root : public Vok::Entity {
 
    /// changes
    void reset();
+
+   /// gives a text
+   Corvo::String motto() const { return "read \"me\""; }
 
    /// cannot be called with texts
    bool select( const Client::Mode & mode ) const;

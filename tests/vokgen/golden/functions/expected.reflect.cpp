@@ -39,6 +39,13 @@ struct Test::Root::VokTable {
       } },
       { {
             .id = 261,
+            .name = "motto",
+            .documentation = "gives a text",
+            .kind = Vok::AttributeKind::function,
+            .call = &Vok::Detail::callMember< &Root::motto >,
+      } },
+      { {
+            .id = 262,
             .name = "select",
             .documentation = "cannot be called with texts",
             .kind = Vok::AttributeKind::function,
@@ -67,20 +74,20 @@ constexpr const Vok::TypeData * types[] = {
 } // namespace
 
 /// The reflection object of the module: its types in declared order.
-extern const Corvo::ModuleInspectData _Sample_e6d30a11fe0b9ecf_vokModule;
-constinit const Corvo::ModuleInspectData _Sample_e6d30a11fe0b9ecf_vokModule( {
+extern const Corvo::ModuleInspectData _Sample_533a06374b7cf4e6_vokModule;
+constinit const Corvo::ModuleInspectData _Sample_533a06374b7cf4e6_vokModule( {
       .name = "Sample",
       .documentation = "Derived attributes and functions, which are written by hand.",
-      .fingerprint = 0xe6d30a11fe0b9ecf,
+      .fingerprint = 0x533a06374b7cf4e6,
       .types = types,
 } );
 const Corvo::ModuleInspectData & Vok::Modules::Sample() noexcept
 {
-   return _Sample_e6d30a11fe0b9ecf_vokModule;
+   return _Sample_533a06374b7cf4e6_vokModule;
 }
 
 namespace {
 // The one initialiser of the module: the standard streams first, then the registration.
 const std::ios_base::Init streams;
-const Vok::Detail::ModuleRegistration registration( _Sample_e6d30a11fe0b9ecf_vokModule );
+const Vok::Detail::ModuleRegistration registration( _Sample_533a06374b7cf4e6_vokModule );
 } // namespace
