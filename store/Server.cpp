@@ -45,9 +45,8 @@ std::unique_ptr< Session > Server::connected()
 void Server::publish()
 {
    while ( !changed_.empty() ) {
-      ServerMount & mount = *changed_.back();
+      changed_.back()->publish(); // where it throws, the next call publishes it
       changed_.pop_back();
-      mount.publish();
    }
    for ( Detail::SessionState * const session : sessions_ ) {
       session->acknowledge();

@@ -75,10 +75,6 @@ void ServerMount::remove( Reading & reading ) noexcept
 
 void ServerMount::publish()
 {
-   pending_ = false;
-   if ( in_.position().batch == 0 ) {
-      return; // no writer has told yet what it has
-   }
    const StreamPosition before = out_.position();
    NboAttrLog::Out out;
    out_.write( out );
@@ -92,6 +88,7 @@ void ServerMount::publish()
          serve( *reading );
       }
    }
+   pending_ = false;
 }
 
 void ServerMount::serve( Reading & reading )
