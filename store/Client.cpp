@@ -219,7 +219,7 @@ void ClientState::add( std::shared_ptr< ReadingState > reading )
 
 void ClientState::remove( WritingState & writing )
 {
-   writing.flush(); // what was changed before is kept
+   writing.flush();
    send( Close{ writing.channel, writing.remove } );
    writings_.erase( writing.channel );
 }

@@ -37,7 +37,8 @@ class ReadingState;
 class WritingState;
 } // namespace Detail
 
-/// A tree that a client writes, until this is destroyed: its mount stays, without a writer.
+/// A tree that a client writes, until this is destroyed: its mount stays, without a writer. What is
+/// not `settled()` by then may be missing in it.
 class VOK_EXPORT Writing {
  public:
    Writing( const Writing & ) = delete;

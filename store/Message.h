@@ -37,8 +37,6 @@ enum class Refusal : std::uint8_t {
    writer = 3, ///< the mount has a writer
    takenOver = 4, ///< another writer took the mount over
    batch = 5, ///< a batch does not fit the tree
-   channel = 6, ///< the number of the channel is in use
-   limit = 7, ///< there are too many of them
 };
 
 /// First message of a client.

@@ -89,18 +89,17 @@ void SessionState::on( const Hello & message )
    link_.send( Welcome{} );
 }
 
-bool SessionState::channelIsFree( std::uint32_t channel )
+void SessionState::needFree( std::uint32_t channel ) const
 {
-   if ( channel != 0 && !writers_.contains( channel ) && !readers_.contains( channel ) ) {
-      return true;
+   if ( channel == 0 || writers_.contains( channel ) || readers_.contains( channel ) ) {
+      throw ProtocolException( "channel " + std::to_string( channel ) +
+            ( channel == 0 ? " is the connection's own" : " is in use" ) );
    }
-   throw ProtocolException( "channel " + std::to_string( channel ) +
-         ( channel == 0 ? " is the connection's own" : " is in use" ) );
 }
 
 void SessionState::on( const OpenWriter & message )
 {
-   channelIsFree( message.channel );
+   needFree( message.channel );
    ServerMount * mount = nullptr;
    try {
       checkPath( message.path );
@@ -130,7 +129,6 @@ void SessionState::on( const OpenWriter & message )
    Writing & writing = writers_.try_emplace( message.channel ).first->second;
    writing.mount = mount;
    const StreamPosition has = mount->written();
-   writing.acknowledged = has.batch;
    mount->writerIs( program_ );
    link_.send( Opened{ message.channel, has.stream, has.batch } );
 }
@@ -148,7 +146,7 @@ void SessionState::takenOver( const ServerMount & mount, const std::string & by 
 
 void SessionState::on( const OpenReader & message )
 {
-   channelIsFree( message.channel );
+   needFree( message.channel );
    try {
       PathPattern text( message.pattern );
       Pattern & pattern =

@@ -49,7 +49,6 @@ class SessionState {
    struct Writing {
       ServerMount * mount;
       BatchAssembly assembly{ batchLimit };
-      std::uint64_t acknowledged = 0;
       bool told = true; ///< the writer knows of all that the store has
    };
    struct Pattern {
@@ -68,7 +67,7 @@ class SessionState {
 
    void refuse( std::uint32_t channel, Refusal reason, const std::string & text );
    void finish( const std::string & text );
-   bool channelIsFree( std::uint32_t channel );
+   void needFree( std::uint32_t channel ) const;
    void read( std::uint32_t channel, Pattern & pattern, ServerMount & mount );
    void closeWriter( std::uint32_t channel );
    void closeReader( std::uint32_t channel );

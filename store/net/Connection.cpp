@@ -30,6 +30,7 @@ class ConnectionState final : public LoopUser, public StreamUser {
 
    ~ConnectionState() override
    {
+      forget();
       std::erase( loop_.users, this );
       uv_close( reinterpret_cast< uv_handle_t * >( timer_ ),
             []( uv_handle_t * handle ) { delete reinterpret_cast< uv_timer_t * >( handle ); } );
@@ -169,8 +170,6 @@ class ConnectionState final : public LoopUser, public StreamUser {
    bool connected_ = false;
    bool lost_ = false;
    std::string error_;
-
-   friend class Vok::Store::Connection;
 };
 
 } // namespace Detail
@@ -180,10 +179,7 @@ Connection::Connection( Loop & loop, Client & client, const Address & address )
 {
 }
 
-Connection::~Connection()
-{
-   state_->forget();
-}
+Connection::~Connection() = default;
 
 bool Connection::connected() const noexcept
 {

@@ -37,7 +37,7 @@ class VOK_EXPORT Connection {
    const std::string & error() const noexcept;
 
  private:
-   std::shared_ptr< Detail::ConnectionState > state_;
+   std::unique_ptr< Detail::ConnectionState > state_;
 };
 
 } // namespace Vok::Store

@@ -160,7 +160,7 @@ class ListenerState final : public LoopUser {
 } // namespace Detail
 
 Listener::Listener( Loop & loop, Server & server, const Address & address )
-      : state_( std::make_shared< Detail::ListenerState >( loop, server, address ) )
+      : state_( std::make_unique< Detail::ListenerState >( loop, server, address ) )
 {
 }
 

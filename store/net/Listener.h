@@ -34,7 +34,7 @@ class VOK_EXPORT Listener {
    std::size_t connections() const noexcept;
 
  private:
-   std::shared_ptr< Detail::ListenerState > state_;
+   std::unique_ptr< Detail::ListenerState > state_;
 };
 
 } // namespace Vok::Store

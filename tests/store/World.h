@@ -20,7 +20,6 @@ namespace TestSupport {
 /// A clock that goes when it is told to.
 class TestClock final : public Vok::Store::Clock {
  public:
-   Steady steady() const noexcept override { return Steady( passed_ ); }
    Wall wall() const noexcept override { return Wall( passed_ ); }
    void advance( std::chrono::milliseconds time ) noexcept { passed_ += time; }
 
