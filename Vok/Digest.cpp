@@ -129,7 +129,6 @@ class Walk {
                ( index == 0 && row.identity && !tree_ ) ) {
             continue;
          }
-         own.mix( row.id );
          if ( row.collection ) {
             addMembers( own, index, row );
          } else if ( row.reference ) {

@@ -16,6 +16,9 @@ namespace Vok::Detail {
 
 namespace {
 
+// A body larger than this, a whole tree mostly, gives its memory back; others are written often.
+constexpr std::size_t bodyKept = 1 << 20;
+
 void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kind )
 {
    out.putVarint( number * 4 + static_cast< unsigned >( kind ) );
@@ -407,6 +410,9 @@ void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t
    }
    describeTypes( out, reader_ ? typesBefore( reader_->since ) : described_ );
    out.putBytes( body_.data(), body_.size() );
+   if ( body_.size() > bodyKept ) {
+      body_ = NboAttrLog::Out();
+   }
    const std::size_t length = out.size() - start + Batch::checksumSize;
    if ( length > std::numeric_limits< std::uint32_t >::max() ) {
       throw NboAttrLog::Exception(

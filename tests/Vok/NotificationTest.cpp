@@ -1,11 +1,15 @@
 // What a notifiee hears, and what it may do meanwhile.
 #include "tests/model/Everything.h"
+#include "tests/support/Random.h"
 #include "tests/support/Recorder.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
+#include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -162,6 +166,35 @@ TEST( NotificationTest, toldInOrderOfAttachmentAndTwiceIsOnce )
    EXPECT_EQ( order, ( Heard{ "a", "b" } ) );
    Recorder stranger;
    root->publisher().notifieeDel( &stranger );
+}
+
+/// Many come and go at several entities, so that lists grow, have holes and close them.
+TEST( NotificationTest, whoeverIsAttachedHearsAndNobodyElse )
+{
+   std::vector< Corvo::Ptr< ::Test::Root > > roots;
+   for ( int i = 0; i != 3; ++i ) {
+      roots.push_back( ::Test::Root::RootIs( "r" ) );
+   }
+   std::array< Recorder, 40 > notifiees;
+   std::vector< std::set< std::size_t > > attached( roots.size() );
+   TestSupport::Random random( 3 );
+   for ( int step = 0; step != 20000; ++step ) {
+      const std::size_t at = random.below( 3 );
+      const std::size_t which = random.below( notifiees.size() );
+      // Many at first, then fewer and fewer, again and again.
+      if ( random.below( 1000 ) < static_cast< unsigned >( step % 1000 ) ) {
+         roots[ at ]->publisher().notifieeDel( &notifiees[ which ] );
+         attached[ at ].erase( which );
+      } else {
+         roots[ at ]->publisher().notifieeIs( &notifiees[ which ] );
+         attached[ at ].insert( which );
+      }
+      const std::size_t told = random.below( 3 );
+      roots[ told ]->enabledIs( !roots[ told ]->enabled() );
+      for ( std::size_t i = 0; i != notifiees.size(); ++i ) {
+         ASSERT_EQ( notifiees[ i ].take().size(), attached[ told ].count( i ) ) << step;
+      }
+   }
 }
 
 TEST( NotificationTest, detachedDuringANotificationIsNotCalledAgain )

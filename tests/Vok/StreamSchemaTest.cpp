@@ -1,8 +1,7 @@
 // Streams of a writer whose module is another version of this side's: batches in which names and
 // defaults were exchanged.
 #include "tests/Vok/Streams.h"
-
-#include "Vok/detail/Hash.h"
+#include "tests/support/AlteredBatch.h"
 
 #include <gtest/gtest.h>
 
@@ -16,38 +15,11 @@ using TestSupport::describeTree;
 using TestSupport::expectEqual;
 using TestSupport::Random;
 using TestSupport::RandomTree;
+using TestSupport::renamed;
 using TestSupport::Replica;
+using TestSupport::signAgain;
 using TestSupport::Source;
-
-std::string_view textOf( const Bytes & bytes )
-{
-   return { reinterpret_cast< const char * >( bytes.data() ), bytes.size() };
-}
-
-void signAgain( Bytes & batch )
-{
-   std::uint64_t sum = Vok::Detail::checksum64( batch.data(), batch.size() - 8 );
-   for ( auto at = batch.rbegin(); at != batch.rbegin() + 8; ++at, sum >>= 8 ) {
-      *at = static_cast< std::byte >( sum );
-   }
-}
-
-/// Puts another text of the same size in the place of every text in a batch that stands behind its
-/// length.
-Bytes renamed( Bytes batch, std::string_view from, std::string_view to )
-{
-   const std::string sized = std::string( 1, static_cast< char >( from.size() ) ).append( from );
-   std::size_t found = 0;
-   for ( std::size_t at = textOf( batch ).find( sized ); at != std::string_view::npos;
-         at = textOf( batch ).find( sized, at + 1 ) ) {
-      std::transform( to.begin(), to.end(), batch.begin() + static_cast< std::ptrdiff_t >( at + 1 ),
-            []( char c ) { return static_cast< std::byte >( c ); } );
-      ++found;
-   }
-   EXPECT_NE( found, 0U ) << from;
-   signAgain( batch );
-   return batch;
-}
+using TestSupport::textOf;
 
 std::string other( std::string_view name )
 {
