@@ -34,6 +34,16 @@ const std::string & Writing::refusal() const noexcept
    return state_->refusal();
 }
 
+const std::string & Writing::problem() const noexcept
+{
+   return state_->problem();
+}
+
+const std::vector< std::string > & Writing::passedOver() const noexcept
+{
+   return state_->passedOver();
+}
+
 void Writing::remove()
 {
    state_->remove = true;
@@ -53,8 +63,7 @@ Corvo::Ptr< Entity > Reading::root( const std::string & path ) const
    return state_->root( path );
 }
 
-Client::Client( std::string program )
-      : state_( std::make_unique< Detail::ClientState >( std::move( program ) ) )
+Client::Client( Carrier & carrier ) : state_( std::make_unique< Detail::ClientState >( carrier ) )
 {
 }
 
@@ -78,19 +87,11 @@ std::unique_ptr< Reading > Client::read( const std::string & pattern, MountListe
    return std::unique_ptr< Reading >( new Reading( std::move( state ) ) );
 }
 
-void Client::connected()
+void Client::list( const std::string & pattern, bool trees,
+      std::function< void( const std::vector< MountEntry > & ) > answer )
 {
-   state_->connected();
-}
-
-void Client::disconnected()
-{
-   state_->disconnected();
-}
-
-void Client::receive( std::span< const std::byte > piece )
-{
-   state_->receive( piece );
+   state_->ask( { state_->newChannel(), PathPattern( pattern ).text(), trees },
+         std::move( answer ) );
 }
 
 void Client::flush()
@@ -98,32 +99,18 @@ void Client::flush()
    state_->flush();
 }
 
-std::span< const std::byte > Client::output() const noexcept
-{
-   return state_->output();
-}
-
-void Client::sent( std::size_t count )
-{
-   state_->sent( count );
-}
-
-std::chrono::milliseconds Backoff::next() noexcept
-{
-   constexpr std::uint64_t first = 50;
-   constexpr std::uint64_t most = 10000;
-   random_ = random_ * 6364136223846793005U + 1442695040888963407U; // a congruential generator
-   const std::uint64_t whole = std::min( most, first << std::min( attempts_, 16U ) );
-   ++attempts_;
-   return std::chrono::milliseconds( whole - ( random_ >> 33 ) % ( whole / 2 + 1 ) );
-}
-
 // ---- The connection ---------------------------------------------------------------------------
 
 namespace Detail {
 
+ClientState::ClientState( Carrier & carrier ) : carrier_( carrier )
+{
+   carrier_.userIs( this );
+}
+
 ClientState::~ClientState()
 {
+   carrier_.userIs( nullptr );
    for ( auto & [ channel, writing ] : writings_ ) {
       writing->client = nullptr;
       writing->disconnected();
@@ -135,25 +122,20 @@ ClientState::~ClientState()
 
 void ClientState::connected()
 {
-   if ( link_ ) {
-      return;
-   }
-   link_ = std::make_unique< Link >();
-   send( Hello{ protocolVersion, program_ } );
    for ( const auto & [ channel, writing ] : writings_ ) {
       writing->open();
    }
    for ( const auto & [ channel, reading ] : readings_ ) {
       reading->open();
    }
+   for ( auto & [ channel, question ] : questions_ ) {
+      question.mounts.clear();
+      carrier_.send( question.message );
+   }
 }
 
 void ClientState::disconnected()
 {
-   if ( !link_ ) {
-      return;
-   }
-   link_.reset();
    for ( const auto & [ channel, writing ] : writings_ ) {
       writing->disconnected();
    }
@@ -163,45 +145,10 @@ void ClientState::disconnected()
    }
 }
 
-void ClientState::receive( std::span< const std::byte > piece )
-{
-   if ( link_ ) {
-      link_->receive( piece, [ this ]( const Message & message ) { handle( message ); } );
-   }
-}
-
 void ClientState::flush()
 {
    for ( const auto & [ channel, writing ] : writings_ ) {
       writing->flush();
-   }
-}
-
-std::span< const std::byte > ClientState::output() const noexcept
-{
-   return link_ ? link_->output() : std::span< const std::byte >();
-}
-
-void ClientState::sent( std::size_t count )
-{
-   if ( link_ ) {
-      link_->sent( count );
-      flush();
-   }
-}
-
-void ClientState::send( const Message & message )
-{
-   if ( link_ ) {
-      link_->send( message );
-   }
-}
-
-void ClientState::sendBatch(
-      std::uint32_t channel, const std::shared_ptr< const Bytes > & batch )
-{
-   if ( link_ ) {
-      link_->sendBatch( channel, 0, batch );
    }
 }
 
@@ -220,66 +167,82 @@ void ClientState::add( std::shared_ptr< ReadingState > reading )
 void ClientState::remove( WritingState & writing )
 {
    writing.flush();
-   send( Close{ writing.channel, writing.remove } );
+   carrier_.send( Close{ writing.channel, writing.remove } );
    writings_.erase( writing.channel );
 }
 
 void ClientState::remove( ReadingState & reading )
 {
-   send( Close{ reading.channel, false } );
+   carrier_.send( Close{ reading.channel, false } );
    readings_.erase( reading.channel );
 }
 
-void ClientState::handle( const Message & message )
+void ClientState::ask( ListMounts message, Answer answer )
+{
+   const Question & question =
+         questions_.emplace( message.channel, Question{ message, std::move( answer ), {} } )
+               .first->second;
+   carrier_.send( question.message );
+}
+
+void ClientState::received( const Message & message )
 {
    std::visit( [ this ]( const auto & one ) { on( one ); }, message );
 }
 
-void ClientState::on( const Opened & message )
+void ClientState::received(
+      std::uint32_t channel, std::uint32_t mount, std::span< const std::byte > batch )
 {
-   if ( const auto at = writings_.find( message.channel ); at != writings_.end() ) {
-      at->second->opened( message );
-   }
-}
-
-void ClientState::on( const Acknowledged & message )
-{
-   if ( const auto at = writings_.find( message.channel ); at != writings_.end() ) {
-      at->second->acknowledged( message );
+   if ( const auto at = readings_.find( channel ); at != readings_.end() ) {
+      const std::shared_ptr< ReadingState > held = at->second;
+      held->batch( mount, batch );
    }
 }
 
 void ClientState::on( const Refused & message )
 {
-   if ( message.channel == 0 ) {
-      throw ProtocolException( "the store ends the connection: " + message.text );
+   tell( message );
+   if ( questions_.contains( message.channel ) ) {
+      on( MountList{ message.channel, true, {} } );
    }
-   if ( const auto at = writings_.find( message.channel ); at != writings_.end() ) {
-      at->second->refused( message );
+}
+
+void ClientState::on( const MountList & message )
+{
+   const auto at = questions_.find( message.channel );
+   if ( at == questions_.end() ) {
+      return;
    }
-   if ( const auto at = readings_.find( message.channel ); at != readings_.end() ) {
-      const std::shared_ptr< ReadingState > held = at->second;
-      held->refused( message );
+   auto & mounts = at->second.mounts;
+   mounts.insert( mounts.end(), message.mounts.begin(), message.mounts.end() );
+   if ( message.last ) {
+      const Question question = std::move( at->second );
+      questions_.erase( at );
+      question.answer( question.mounts );
+   }
+}
+
+template< class M > void ClientState::on( const M & message )
+{
+   if constexpr ( ToWriter< M > || ToReader< M > ) {
+      tell( message );
+   } else {
+      throw ProtocolException( "a client is sent what it does not read" );
    }
 }
 
 // What is told of a mount. A channel that this side has closed may still be spoken on.
-template< class M > void ClientState::on( const M & message )
+template< class M > void ClientState::tell( const M & message )
 {
-   constexpr bool fromStore = std::is_same_v< M, Mounted > || std::is_same_v< M, MountState > ||
-         std::is_same_v< M, BatchPiece > || std::is_same_v< M, Unmounted >;
-   if constexpr ( !fromStore ) {
-      throw ProtocolException( "the store sends what only clients send" );
-   } else if ( const auto at = readings_.find( message.channel ); at != readings_.end() ) {
-      const std::shared_ptr< ReadingState > held = at->second;
-      if constexpr ( std::is_same_v< M, Mounted > ) {
-         held->mounted( message );
-      } else if constexpr ( std::is_same_v< M, MountState > ) {
-         held->stateIs( message );
-      } else if constexpr ( std::is_same_v< M, BatchPiece > ) {
-         held->batch( message );
-      } else {
-         held->unmounted( message );
+   if constexpr ( ToWriter< M > ) {
+      if ( const auto at = writings_.find( message.channel ); at != writings_.end() ) {
+         at->second->on( message );
+      }
+   }
+   if constexpr ( ToReader< M > ) {
+      if ( const auto at = readings_.find( message.channel ); at != readings_.end() ) {
+         const std::shared_ptr< ReadingState > held = at->second;
+         held->on( message );
       }
    }
 }

@@ -1,13 +1,10 @@
-// A client of the store: trees that it writes, and trees that it reads. It has no socket, no clock
-// and no thread of its own; whoever has, moves the bytes and says when there is a connection.
+// A client of the store: trees that it writes, and trees that it reads.
 //
-//    Vok::Store::Client client( "agent" );
+//    Vok::Store::Wire wire( "agent" );        // to a store at the other end of a connection
+//    Vok::Store::Client client( wire );
 //    const auto config = client.write( "flowtracking/input/config/sampled/cli", root );
 //    const auto status = client.read( "flowtracking/status/*", listener );
-//    client.connected();
-//    client.receive( bytes );                 // what the store sent
 //    client.flush();                          // after changes of what is written
-//    write( client.output() );                // for the store
 //
 // A client outlives its connections. What is written meanwhile waits, what is read stays; with the
 // next connection each side is told what it missed.
@@ -15,17 +12,15 @@
 
 #include "Vok/Export.h"
 #include "Vok/Vok.h"
-#include "store/Framing.h"
+#include "store/Carrier.h"
 #include "store/Message.h"
 #include "store/Path.h"
 
-#include <chrono>
-#include <cstddef>
 #include <cstdint>
-#include <map>
+#include <functional>
 #include <memory>
-#include <span>
 #include <string>
+#include <vector>
 
 namespace Vok::Store {
 
@@ -55,6 +50,13 @@ class VOK_EXPORT Writing {
    /// again.
    const std::string & refusal() const noexcept;
 
+   /// Why the store cannot keep it at present: it acknowledges nothing, and goes on trying. Empty:
+   /// it can, or need not.
+   const std::string & problem() const noexcept;
+
+   /// What of this tree the store's definitions lack, and its readers therefore miss.
+   const std::vector< std::string > & passedOver() const noexcept;
+
    /// Takes the mount away with it.
    void remove();
 
@@ -76,6 +78,9 @@ class VOK_EXPORT MountListener {
 
    /// Whether it has a writer, which one, and since when: also right after `mounted`.
    virtual void stateIs( const std::string &, const MountState & ) {}
+
+   /// What the writer tells that the store's definitions lack, or this program's.
+   virtual void passedOver( const std::string &, const std::vector< std::string > & ) {}
 
    /// It is gone. The tree stays with whoever holds it.
    virtual void unmounted( const std::string & ) {}
@@ -105,8 +110,8 @@ class VOK_EXPORT Reading {
 /// See the top of this file. Used from one thread, the one that uses the trees.
 class VOK_EXPORT Client {
  public:
-   /// `program` is what calls itself so, for lists of mounts.
-   explicit Client( std::string program );
+   /// `carrier` outlives the client, and has no other one meanwhile.
+   explicit Client( Carrier & carrier );
    Client( const Client & ) = delete;
    Client & operator=( const Client & ) = delete;
    ~Client();
@@ -120,41 +125,17 @@ class VOK_EXPORT Client {
    /// PathException.
    std::unique_ptr< Reading > read( const std::string & pattern, MountListener & listener );
 
-   /// There is a connection, or there is none any more. Silent where it is known.
-   void connected();
-   void disconnected();
+   /// Asks which mounts there are: `answer` is called with those of the pattern that this client
+   /// may read, once there is a connection. With `trees` their sizes and digests are among it, for
+   /// which the store walks over each tree. Throws PathException.
+   void list( const std::string & pattern, bool trees,
+         std::function< void( const std::vector< MountEntry > & ) > answer );
 
-   /// Takes what the store sent. Throws ProtocolException and FramingException for what makes no
-   /// sense: the connection is best closed. What a notifiee or a listener throws comes out too,
-   /// after which the connection is best closed as well: nothing is lost with it.
-   void receive( std::span< const std::byte > piece );
-
-   /// Puts the changes of what is written behind what is to be sent, unless much waits already.
+   /// Sends the changes of what is written, unless much is on its way already.
    void flush();
-
-   /// The bytes to be sent next, none where nothing waits; they stay until `sent`.
-   std::span< const std::byte > output() const noexcept;
-   void sent( std::size_t count );
 
  private:
    std::unique_ptr< Detail::ClientState > state_;
-};
-
-/// How long to wait before the next attempt to connect: from 50 milliseconds on twice as long each
-/// time, to 10 seconds, and each time a random part less, up to a half, so that many clients do not
-/// come at once.
-class VOK_EXPORT Backoff {
- public:
-   explicit Backoff( std::uint64_t seed ) noexcept : random_( seed ) {}
-
-   std::chrono::milliseconds next() noexcept;
-
-   /// An attempt succeeded.
-   void reset() noexcept { attempts_ = 0; }
-
- private:
-   std::uint64_t random_;
-   unsigned attempts_ = 0;
 };
 
 } // namespace Vok::Store

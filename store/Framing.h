@@ -85,6 +85,9 @@ class VOK_EXPORT FrameReader {
    FrameReader( const FrameReader & ) = delete;
    FrameReader & operator=( const FrameReader & ) = delete;
 
+   /// From the next frame on. Call it between frames.
+   void limitIs( std::size_t limit ) noexcept { limit_ = limit; }
+
    /// Takes bytes from the front of `piece`, which is cut by what was taken, up to the end of the
    /// first frame that they complete, and gives that frame's payload. No value: the piece is used
    /// up and its last frame, if one has begun, lacks bytes yet. Each byte is copied once, or twice

@@ -6,26 +6,50 @@
 
 namespace Vok::Store {
 
-void Link::push( Bytes own )
+// Behind the last piece, where that has room. The bytes of the first one may be on their way: they
+// stay where they are.
+void Link::push( std::size_t room,
+      std::initializer_list< std::span< const std::byte > > parts )
 {
-   const std::size_t size = own.size();
-   pieces_.push_back( { std::move( own ), nullptr, 0, size } );
-   pending_ += size;
+   std::size_t size = 0;
+   for ( const auto part : parts ) {
+      size += part.size();
+   }
+   if ( pieces_.empty() || pieces_.back().shared ||
+         pieces_.back().own.capacity() - pieces_.back().own.size() < size ) {
+      Bytes own;
+      own.reserve( std::max( size, room ) );
+      pieces_.push_back( { std::move( own ), nullptr, 0, 0 } );
+   }
+   Piece & last = pieces_.back();
+   for ( const auto part : parts ) {
+      last.own.insert( last.own.end(), part.begin(), part.end() );
+   }
+   last.to = last.own.size();
+   pendingOwn_ += size;
+   pushed( size );
 }
 
 void Link::push( std::shared_ptr< const Bytes > shared, std::size_t from, std::size_t to )
 {
    pieces_.push_back( { {}, std::move( shared ), from, to } );
-   pending_ += to - from;
+   pushed( to - from );
+}
+
+void Link::pushed( std::size_t size )
+{
+   const bool first = pending_ == 0;
+   pending_ += size;
+   if ( first && onOutput_ ) {
+      onOutput_();
+   }
 }
 
 void Link::send( const Message & message )
 {
    NboAttrLog::Out out;
    encode( message, out );
-   Bytes frame;
-   FrameWriter( frameLimit ).append( out.bytes(), frame );
-   push( std::move( frame ) );
+   push( room(), { FrameWriter( frameLimit ).header( out.size() ), out.bytes() } );
 }
 
 void Link::sendBatch(
@@ -39,10 +63,12 @@ void Link::sendBatch(
       head.patch32( batchPieceHead - sizeof( std::uint32_t ),
             static_cast< std::uint32_t >( to - from ) );
       const auto frame = frames.header( head.size() + to - from );
-      Bytes own( frame.begin(), frame.end() );
-      own.insert( own.end(), head.bytes().begin(), head.bytes().end() );
-      push( std::move( own ) );
-      push( batch, from, to );
+      if ( to - from < sharedFrom ) {
+         push( room(), { frame, head.bytes(), std::span( *batch ).subspan( from, to - from ) } );
+      } else {
+         push( 0, { frame, head.bytes() } ); // nothing comes behind it
+         push( batch, from, to );
+      }
       from = to;
    }
 }
@@ -50,6 +76,14 @@ void Link::sendBatch(
 std::span< const std::byte > Link::output() const noexcept
 {
    return pieces_.empty() ? std::span< const std::byte >() : pieces_.front().bytes();
+}
+
+std::size_t Link::outputs( std::span< std::span< const std::byte > > into ) const noexcept
+{
+   const std::size_t count = std::min( into.size(), pieces_.size() );
+   std::transform( pieces_.begin(), pieces_.begin() + static_cast< std::ptrdiff_t >( count ),
+         into.begin(), []( const Piece & piece ) { return piece.bytes(); } );
+   return count;
 }
 
 void Link::sent( std::size_t count ) noexcept
@@ -60,6 +94,7 @@ void Link::sent( std::size_t count ) noexcept
       const std::size_t part = std::min( count, first.to - first.from );
       first.from += part;
       count -= part;
+      pendingOwn_ -= first.shared ? 0 : part;
       if ( first.from == first.to ) {
          pieces_.pop_front();
       }
@@ -77,8 +112,7 @@ void Link::receive( std::span< const std::byte > piece,
 std::optional< std::span< const std::byte > > BatchAssembly::add( const BatchPiece & piece )
 {
    if ( complete_ ) {
-      bytes_ = {}; // gives the memory back
-      complete_ = false;
+      reset();
    }
    if ( piece.bytes.size() > limit_ - bytes_.size() ) {
       throw ProtocolException(

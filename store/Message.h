@@ -37,6 +37,8 @@ enum class Refusal : std::uint8_t {
    writer = 3, ///< the mount has a writer
    takenOver = 4, ///< another writer took the mount over
    batch = 5, ///< a batch does not fit the tree
+   access = 6, ///< the peer has not the right
+   limit = 7, ///< there would be too many of something
 };
 
 /// First message of a client.
@@ -108,8 +110,10 @@ struct Opened {
    std::uint32_t channel = 0;
    std::uint64_t stream = 0;
    std::uint64_t batch = 0;
+   bool kept = false; ///< the mount outlives the store: the next batch waits for `Acknowledged`
 
-   static constexpr auto fields = std::tuple( &Opened::channel, &Opened::stream, &Opened::batch );
+   static constexpr auto fields =
+         std::tuple( &Opened::channel, &Opened::stream, &Opened::batch, &Opened::kept );
 };
 
 /// Something is not done, and the channel is closed; channel 0: the connection ends.
@@ -133,16 +137,18 @@ struct Mounted {
          std::tuple( &Mounted::channel, &Mounted::mount, &Mounted::path, &Mounted::type );
 };
 
-/// Whether a mount has a writer. The reader has all that the writer had acknowledged before.
+/// Whether a mount has a writer, and whether it can be kept: to readers, and to its writer. The
+/// reader has all that the writer had acknowledged before.
 struct MountState {
    std::uint32_t channel = 0;
-   std::uint32_t mount = 0;
+   std::uint32_t mount = 0; ///< 0 to a writer
    bool stale = false; ///< it has none
    std::uint64_t since = 0; ///< milliseconds from 1970
    std::string writer; ///< the program that writes or wrote it
+   std::string problem; ///< why batches cannot be kept at present; empty: they can
 
    static constexpr auto fields = std::tuple( &MountState::channel, &MountState::mount,
-         &MountState::stale, &MountState::since, &MountState::writer );
+         &MountState::stale, &MountState::since, &MountState::writer, &MountState::problem );
 };
 
 /// The store has a writer's batches up to this one, and will not lose them where it keeps mounts.
@@ -161,9 +167,70 @@ struct Unmounted {
    static constexpr auto fields = std::tuple( &Unmounted::channel, &Unmounted::mount );
 };
 
+/// A client asks which mounts there are.
+struct ListMounts {
+   std::uint32_t channel = 0; ///< for the answer only: it is not open
+   std::string pattern;
+   bool trees = false; ///< with size and digest, for which the store walks over each tree
+
+   static constexpr auto fields =
+         std::tuple( &ListMounts::channel, &ListMounts::pattern, &ListMounts::trees );
+};
+
+/// One mount. What is counted is since the store began.
+struct MountEntry {
+   std::string path;
+   std::string type; ///< full name of the root's type
+   std::string writer; ///< the program that writes or wrote it
+   bool stale = false; ///< it has no writer
+   std::uint64_t since = 0; ///< when that began: milliseconds from 1970
+   bool kept = false; ///< it outlives the store
+   std::string problem; ///< why batches cannot be kept at present; empty: they can
+   std::uint64_t readers = 0;
+   std::uint64_t batchesIn = 0;
+   std::uint64_t bytesIn = 0; ///< of batches
+   std::uint64_t batchesOut = 0; ///< each reader's count
+   std::uint64_t bytesOut = 0;
+   std::uint64_t differences = 0; ///< to readers that had been passed over or had gone
+   std::uint64_t wholeTrees = 0; ///< to readers
+   std::uint64_t bytes = 0; ///< of the whole tree as a batch; 0 where `trees` was not asked for
+   std::uint64_t digestHigh = 0;
+   std::uint64_t digestLow = 0;
+
+   static constexpr auto fields = std::tuple( &MountEntry::path, &MountEntry::type,
+         &MountEntry::writer, &MountEntry::stale, &MountEntry::since, &MountEntry::kept,
+         &MountEntry::problem, &MountEntry::readers, &MountEntry::batchesIn, &MountEntry::bytesIn,
+         &MountEntry::batchesOut, &MountEntry::bytesOut, &MountEntry::differences,
+         &MountEntry::wholeTrees, &MountEntry::bytes, &MountEntry::digestHigh,
+         &MountEntry::digestLow );
+};
+
+/// Answer to ListMounts, or a part of it: those that the peer may read, ordered by their paths.
+struct MountList {
+   std::uint32_t channel = 0;
+   bool last = true; ///< the answer is complete with it
+   std::vector< MountEntry > mounts;
+
+   static constexpr auto fields =
+         std::tuple( &MountList::channel, &MountList::last, &MountList::mounts );
+};
+
+/// So many mounts are in a part of a list: their texts are bounded, and a frame is.
+inline constexpr std::size_t mountListPart = 1000;
+
+/// What of a mount's batches the store's own definitions lack, and its readers therefore miss.
+struct PassedOver {
+   std::uint32_t channel = 0;
+   std::uint32_t mount = 0; ///< 0 to a writer
+   std::vector< std::string > texts;
+
+   static constexpr auto fields =
+         std::tuple( &PassedOver::channel, &PassedOver::mount, &PassedOver::texts );
+};
+
 /// Whatever goes over a connection. The number of an alternative is its byte.
 using Message = std::variant< Hello, OpenWriter, OpenReader, BatchPiece, Close, Welcome, Opened,
-      Refused, Mounted, MountState, Acknowledged, Unmounted >;
+      Refused, Mounted, MountState, Acknowledged, Unmounted, ListMounts, MountList, PassedOver >;
 
 /// Appends a message. Throws std::bad_alloc.
 VOK_EXPORT void encode( const Message & message, NboAttrLog::Out & out );

@@ -31,8 +31,9 @@ void check( const char * what, std::string_view text, bool pattern )
          begin = i + 1;
          continue;
       }
-      const bool alone = i == begin && ( i + 1 == text.size() || text[ i + 1 ] == '/' );
-      if ( !inName( text[ i ] ) && !( pattern && text[ i ] == '*' && alone ) ) {
+      const std::string_view name = text.substr( begin, text.find( '/', begin ) - begin );
+      const bool star = name == "*" || ( name == "**" && begin + 2 == text.size() );
+      if ( !inName( text[ i ] ) && !( pattern && star ) ) {
          refuse( what, text,
                "has no letter, digit, '_', '-', '.' or ':' at byte " + std::to_string( i ) );
       }
@@ -55,7 +56,8 @@ PathPattern::PathPattern( std::string_view text )
 bool PathPattern::matches( std::string_view path ) const noexcept
 {
    std::size_t at = 0;
-   for ( const char c : text_ ) {
+   for ( std::size_t i = 0; i != text_.size(); ++i ) {
+      const char c = text_[ i ];
       if ( c == '*' ) {
          const std::size_t start = at;
          while ( at != path.size() && path[ at ] != '/' ) {
@@ -63,6 +65,9 @@ bool PathPattern::matches( std::string_view path ) const noexcept
          }
          if ( at == start ) {
             return false;
+         }
+         if ( i + 1 != text_.size() && text_[ i + 1 ] == '*' ) {
+            return true;
          }
       } else if ( at == path.size() || path[ at++ ] != c ) {
          return false;

@@ -25,7 +25,8 @@ inline constexpr std::size_t longestPath = 255;
 VOK_EXPORT void checkPath( std::string_view path );
 
 /// Which paths: a path in which any name may be `*`, which stands for any one name:
-/// `flowtracking/input/config/*/cli`. A path is the pattern of itself.
+/// `flowtracking/input/config/*/cli`. The last one may be `**`, for one name or more:
+/// `flowtracking/**`. A path is the pattern of itself.
 class VOK_EXPORT PathPattern {
  public:
    /// Throws PathException.

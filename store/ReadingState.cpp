@@ -19,10 +19,10 @@ void ReadingState::open()
       const StreamPosition has = replica->reader.position();
       message.known.push_back( { path, has.stream, has.batch } );
    }
-   client->send( message );
+   client->carrier().send( message );
 }
 
-void ReadingState::refused( const Refused & message )
+void ReadingState::on( const Refused & message )
 {
    listener_.failed( pattern_.text(), message.text );
 }
@@ -39,7 +39,7 @@ ReadingState::Replicas::iterator ReadingState::find( std::uint32_t mount )
    return at == paths_.end() ? replicas_.end() : replicas_.find( at->second );
 }
 
-void ReadingState::mounted( const Mounted & message )
+void ReadingState::on( const Mounted & message )
 {
    const auto known = replicas_.find( message.path );
    if ( known != replicas_.end() &&
@@ -63,26 +63,54 @@ void ReadingState::mounted( const Mounted & message )
    replicas_[ message.path ] = std::make_unique< Replica >( root );
 }
 
-void ReadingState::batch( const BatchPiece & message )
+void ReadingState::batch( std::uint32_t mount, std::span< const std::byte > batch )
 {
-   const auto at = find( message.mount );
+   const auto at = find( mount );
    if ( at == replicas_.end() ) {
       return; // it cannot be read here
    }
-   const auto batch = at->second->assembly.add( message );
-   if ( !batch ) {
-      return;
-   }
-   NboAttrLog::In in( *batch );
+   NboAttrLog::In in( batch );
    const std::string path = at->first;
+   Replica & replica = *at->second;
+   std::vector< std::string > missed;
    try {
-      at->second->reader.read( in );
+      replica.reader.read( in );
    } catch ( const NboAttrLog::Exception & e ) {
       fail( path, e.what() );
       return;
    }
-   if ( !at->second->told ) {
-      give( path, *at->second );
+   for ( const Corvo::String & text : replica.reader.passedOver() ) {
+      missed.emplace_back( text.view() );
+   }
+   if ( !replica.told ) {
+      give( path, replica );
+   }
+   tellPassedOver( path, missed );
+}
+
+void ReadingState::on( const PassedOver & message )
+{
+   if ( const auto at = find( message.mount ); at != replicas_.end() ) {
+      tellPassedOver( at->first, message.texts );
+   }
+}
+
+// A text is told once.
+void ReadingState::tellPassedOver(
+      const std::string & path, const std::vector< std::string > & texts )
+{
+   const auto at = replicas_.find( path ); // a listener may have ended it
+   if ( at == replicas_.end() ) {
+      return;
+   }
+   std::vector< std::string > fresh;
+   for ( const std::string & text : texts ) {
+      if ( at->second->passedOver.insert( text ).second ) {
+         fresh.push_back( text );
+      }
+   }
+   if ( !fresh.empty() ) {
+      listener_.passedOver( path, fresh );
    }
 }
 
@@ -94,7 +122,7 @@ void ReadingState::give( const std::string & path, Replica & replica )
    listener_.stateIs( path, state );
 }
 
-void ReadingState::stateIs( const MountState & message )
+void ReadingState::on( const MountState & message )
 {
    const auto at = find( message.mount );
    if ( at == replicas_.end() ) {
@@ -106,7 +134,7 @@ void ReadingState::stateIs( const MountState & message )
    }
 }
 
-void ReadingState::unmounted( const Unmounted & message )
+void ReadingState::on( const Unmounted & message )
 {
    const auto at = find( message.mount );
    if ( at != replicas_.end() ) {
@@ -131,7 +159,6 @@ void ReadingState::disconnected()
 {
    paths_.clear();
    for ( auto at = replicas_.begin(); at != replicas_.end(); ) {
-      at->second->assembly.reset();
       at = at->second->told ? std::next( at ) : replicas_.erase( at );
    }
 }

@@ -1,4 +1,4 @@
-// What the store does with each message of a client.
+// A connection of the store: who is there, its channels, and their end.
 #include "store/detail/SessionState.h"
 
 #include <algorithm>
@@ -6,20 +6,45 @@
 
 namespace Vok::Store::Detail {
 
-SessionState::SessionState( Server & server ) : server_( server )
+SessionState::SessionState( Server & server, Peer peer )
+      : server_( server ),
+        peer_( std::move( peer ) ),
+        link_( server.setup_.limits.greeting )
 {
+   const Limits & limits = server_.setup_.limits;
    server_.sessions_.push_back( this );
+   const std::size_t ofUser = ++server_.users_[ user() ];
+   ++server_.counters_.sessions;
+   server_.happened( { Event::Kind::connected, {}, {}, peer_.name, {} } );
+   if ( server_.sessions_.size() > limits.sessions ) {
+      const std::string most = std::to_string( limits.sessions );
+      finish( Refusal::limit, "the store has " + most + " connections, and takes no more" );
+   } else if ( ofUser > limits.sessionsOfUser ) {
+      const std::string most = std::to_string( limits.sessionsOfUser );
+      finish( Refusal::limit, user() + " has " + most + " connections, and gets no more" );
+   }
 }
 
 SessionState::~SessionState()
 {
-   while ( !readers_.empty() ) {
-      closeReader( readers_.begin()->first );
-   }
-   while ( !writers_.empty() ) {
-      closeWriter( writers_.begin()->first );
-   }
+   closeAll();
    std::erase( server_.sessions_, this );
+   const auto at = server_.users_.find( user() );
+   if ( --at->second == 0 ) {
+      server_.users_.erase( at );
+   }
+   if ( !finished_ ) {
+      server_.happened( { Event::Kind::disconnected, {}, program_, peer_.name, {} } );
+   }
+}
+
+// Who shares a limit.
+std::string SessionState::user() const
+{
+   if ( peer_.certificate ) {
+      return "certificate " + *peer_.certificate;
+   }
+   return peer_.user ? "user " + std::to_string( *peer_.user ) : "an unknown user";
 }
 
 void SessionState::receive( std::span< const std::byte > piece )
@@ -30,34 +55,47 @@ void SessionState::receive( std::span< const std::byte > piece )
    try {
       link_.receive( piece, [ this ]( const Message & message ) { handle( message ); } );
    } catch ( const FramingException & e ) {
-      finish( e.what() );
+      finish( Refusal::protocol, e.what() );
    } catch ( const ProtocolException & e ) {
-      finish( e.what() );
+      finish( Refusal::protocol, e.what() );
    }
 }
 
 void SessionState::sent( std::size_t count )
 {
    link_.sent( count );
-   if ( busy() ) {
-      return;
-   }
-   for ( auto & [ channel, pattern ] : readers_ ) {
-      for ( const auto & reading : pattern.readings ) {
-         reading->mount->serve( *reading );
-      }
+   while ( !behind_.empty() && !busy() ) {
+      MountReader & reader = *behind_.back();
+      behind_.pop_back();
+      reader.behind = false;
+      reader.mount->serve( reader );
    }
 }
 
-void SessionState::finish( const std::string & text )
+void SessionState::behind( MountReader & reader )
 {
-   refuse( 0, Refusal::protocol, text );
-   finished_ = true;
+   if ( !reader.behind && !finished_ ) {
+      behind_.push_back( &reader );
+      reader.behind = true;
+   }
 }
 
-void SessionState::refuse( std::uint32_t channel, Refusal reason, const std::string & text )
+void SessionState::finish( Refusal reason, const std::string & text )
 {
+   if ( !std::exchange( finished_, true ) ) {
+      closeAll();
+      ++server_.counters_.refusals;
+      link_.send( Refused{ 0, static_cast< std::uint8_t >( reason ), text } );
+      server_.happened( { Event::Kind::disconnected, {}, program_, peer_.name, text } );
+   }
+}
+
+void SessionState::refuse(
+      std::uint32_t channel, Refusal reason, const std::string & text, std::string_view path )
+{
+   ++server_.counters_.refusals;
    link_.send( Refused{ channel, static_cast< std::uint8_t >( reason ), text } );
+   server_.happened( { Event::Kind::refused, path, program_, peer_.name, text } );
 }
 
 void SessionState::handle( const Message & message )
@@ -86,7 +124,9 @@ void SessionState::on( const Hello & message )
             " of the protocol, the store speaks version " + std::to_string( protocolVersion ) );
    }
    program_ = message.program.substr( 0, longestPath );
+   link_.allowAll();
    link_.send( Welcome{} );
+   server_.happened( { Event::Kind::greeted, {}, program_, peer_.name, {} } );
 }
 
 void SessionState::needFree( std::uint32_t channel ) const
@@ -97,139 +137,42 @@ void SessionState::needFree( std::uint32_t channel ) const
    }
 }
 
-void SessionState::on( const OpenWriter & message )
+bool SessionState::mayHaveChannel( std::uint32_t channel )
 {
-   needFree( message.channel );
-   ServerMount * mount = nullptr;
-   try {
-      checkPath( message.path );
-      mount = server_.mount( message.path );
-      if ( mount && mount->type() != message.type ) {
-         throw std::invalid_argument( message.path + " is a " + mount->type() + ", not a " +
-               message.type );
-      }
-      if ( mount && !mount->stale() && !message.takeOver ) {
-         refuse( message.channel, Refusal::writer,
-               message.path + " is written by " + mount->writer() );
-         return;
-      }
-      if ( !mount ) {
-         mount = &server_.make( message.path, message.type );
-      }
-   } catch ( const PathException & e ) {
-      refuse( message.channel, Refusal::path, e.what() );
-      return;
-   } catch ( const std::invalid_argument & e ) {
-      refuse( message.channel, Refusal::type, e.what() );
-      return;
+   const std::size_t most = server_.setup_.limits.channels;
+   if ( writers_.size() + readers_.size() < most ) {
+      return true;
    }
-   for ( SessionState * const session : server_.sessions_ ) {
-      session->takenOver( *mount, program_ );
-   }
-   Writing & writing = writers_.try_emplace( message.channel ).first->second;
-   writing.mount = mount;
-   const StreamPosition has = mount->written();
-   mount->writerIs( program_ );
-   link_.send( Opened{ message.channel, has.stream, has.batch } );
+   refuse( channel, Refusal::limit,
+         "a connection has " + std::to_string( most ) + " channels at most" );
+   return false;
 }
 
-void SessionState::takenOver( const ServerMount & mount, const std::string & by )
+bool SessionState::allows( Right right, std::string_view path ) const
 {
-   for ( auto at = writers_.begin(); at != writers_.end(); ++at ) {
-      if ( at->second.mount == &mount ) {
-         refuse( at->first, Refusal::takenOver, mount.path() + " is taken over by " + by );
-         writers_.erase( at );
-         return;
-      }
-   }
+   return !server_.setup_.access || server_.setup_.access->allows( peer_, right, path );
 }
 
-void SessionState::on( const OpenReader & message )
+void SessionState::on( const ListMounts & message )
 {
-   needFree( message.channel );
+   MountList answer{ message.channel, false, {} };
    try {
-      PathPattern text( message.pattern );
-      Pattern & pattern =
-            readers_.try_emplace( message.channel, Pattern{ std::move( text ), message.known, {} } )
-                  .first->second;
+      const PathPattern pattern( message.pattern );
       for ( const auto & [ path, mount ] : server_.mounts_ ) {
-         read( message.channel, pattern, *mount );
+         if ( pattern.matches( path ) && allows( Right::read, path ) ) {
+            if ( answer.mounts.size() == mountListPart ) {
+               link_.send( answer );
+               answer.mounts.clear();
+            }
+            answer.mounts.push_back( mount->entry( message.trees ) );
+         }
       }
    } catch ( const PathException & e ) {
       refuse( message.channel, Refusal::path, e.what() );
-   }
-}
-
-void SessionState::appeared( ServerMount & mount )
-{
-   for ( auto & [ channel, pattern ] : readers_ ) {
-      read( channel, pattern, mount );
-   }
-}
-
-void SessionState::read( std::uint32_t channel, Pattern & pattern, ServerMount & mount )
-{
-   if ( !pattern.pattern.matches( mount.path() ) ) {
       return;
    }
-   StreamPosition has;
-   for ( const Known & known : pattern.known ) {
-      if ( known.path == mount.path() ) {
-         has = { known.stream, known.batch };
-      }
-   }
-   pattern.readings.push_back(
-         std::make_unique< Reading >( Reading{ this, channel, &mount, has, false } ) );
-   Reading & reading = *pattern.readings.back();
-   mount.add( reading );
-   mount.serve( reading );
-}
-
-void SessionState::gone( ServerMount & mount )
-{
-   for ( auto & entry : readers_ ) {
-      const std::uint32_t channel = entry.first;
-      std::erase_if( entry.second.readings, [ & ]( const auto & reading ) {
-         if ( reading->mount != &mount ) {
-            return false;
-         }
-         if ( reading->announced ) {
-            link_.send( Unmounted{ channel, mount.number() } );
-         }
-         mount.remove( *reading );
-         return true;
-      } );
-   }
-}
-
-void SessionState::on( const BatchPiece & message )
-{
-   const auto at = writers_.find( message.channel );
-   if ( at == writers_.end() ) {
-      return; // it was refused meanwhile, and the client does not know yet
-   }
-   Writing & writing = at->second;
-   const auto batch = writing.assembly.add( message );
-   if ( !batch ) {
-      return;
-   }
-   try {
-      writing.mount->apply( *batch );
-      writing.told = false;
-   } catch ( const NboAttrLog::Exception & e ) {
-      const std::uint32_t channel = at->first;
-      closeWriter( channel );
-      refuse( channel, Refusal::batch, e.what() );
-   }
-}
-
-void SessionState::acknowledge()
-{
-   for ( auto & [ channel, writing ] : writers_ ) {
-      if ( !std::exchange( writing.told, true ) ) {
-         link_.send( Acknowledged{ channel, writing.mount->written().batch } );
-      }
-   }
+   answer.last = true;
+   link_.send( answer );
 }
 
 void SessionState::on( const Close & message )
@@ -238,31 +181,21 @@ void SessionState::on( const Close & message )
       ServerMount & mount = *at->second.mount;
       closeWriter( message.channel );
       if ( message.remove ) {
-         server_.remove( mount );
+         server_.unmount( mount );
       }
    } else {
       closeReader( message.channel );
    }
 }
 
-void SessionState::closeWriter( std::uint32_t channel )
+void SessionState::closeAll()
 {
-   const auto at = writers_.find( channel );
-   ServerMount & mount = *at->second.mount;
-   writers_.erase( at );
-   mount.writerGone();
-}
-
-void SessionState::closeReader( std::uint32_t channel )
-{
-   const auto at = readers_.find( channel );
-   if ( at == readers_.end() ) {
-      return; // refused meanwhile
+   while ( !readers_.empty() ) {
+      closeReader( readers_.begin()->first );
    }
-   for ( const auto & reading : at->second.readings ) {
-      reading->mount->remove( *reading );
+   while ( !writers_.empty() ) {
+      closeWriter( writers_.begin()->first );
    }
-   readers_.erase( at );
 }
 
 } // namespace Vok::Store::Detail

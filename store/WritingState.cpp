@@ -17,14 +17,14 @@ WritingState::WritingState( ClientState & owner, std::uint32_t number, std::stri
 void WritingState::open()
 {
    if ( refusal_.empty() ) {
-      client->send(
+      client->carrier().send(
             OpenWriter{ channel, path_, std::string( root_->typeData().name() ), takeOver_ } );
    }
 }
 
 // The store goes on behind the last batch of this stream that it has; one that has another stream,
 // or none, gets the whole tree.
-void WritingState::opened( const Opened & message )
+void WritingState::on( const Opened & message )
 {
    const StreamPosition has{ message.stream, message.batch };
    NboAttrLog::Out out;
@@ -38,22 +38,40 @@ void WritingState::opened( const Opened & message )
       store_.moveTo( has.batch );
    }
    open_ = true;
+   kept_ = message.kept;
 }
 
-void WritingState::refused( const Refused & message )
+void WritingState::on( const Refused & message )
 {
    open_ = false;
    refusal_ = message.text;
 }
 
-void WritingState::acknowledged( const Acknowledged & message )
+void WritingState::on( const Acknowledged & message )
 {
    store_.moveTo( message.batch );
 }
 
+void WritingState::disconnected() noexcept
+{
+   open_ = false;
+   problem_.clear();
+}
+
+void WritingState::on( const MountState & message )
+{
+   problem_ = message.problem;
+}
+
+void WritingState::on( const PassedOver & message )
+{
+   passedOver_.insert( passedOver_.end(), message.texts.begin(), message.texts.end() );
+}
+
 void WritingState::flush()
 {
-   if ( !open_ || !stream_.hasChanges() || client->busy() ) {
+   const bool waits = kept_ && store_.position() != stream_.position();
+   if ( !open_ || waits || !stream_.hasChanges() || client->carrier().busy() ) {
       return;
    }
    NboAttrLog::Out out;
@@ -63,7 +81,7 @@ void WritingState::flush()
 
 void WritingState::send( const NboAttrLog::Out & batch )
 {
-   client->sendBatch( channel,
+   client->carrier().sendBatch( channel,
          std::make_shared< const Bytes >( batch.bytes().begin(), batch.bytes().end() ) );
 }
 

@@ -1,14 +1,18 @@
-// What a client keeps: its connection, and what it reads and writes over it.
+// What a client keeps: what it writes and reads over its carrier.
 #pragma once
 
+#include "store/Carrier.h"
 #include "store/Client.h"
-#include "store/Link.h"
 #include "store/Path.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <set>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace Vok::Store::Detail {
 
@@ -19,10 +23,12 @@ class WritingState {
          const Corvo::Ptr< Entity > & root, bool takeOver );
 
    void open();
-   void opened( const Opened & message );
-   void refused( const Refused & message );
-   void acknowledged( const Acknowledged & message );
-   void disconnected() noexcept { open_ = false; }
+   void on( const Opened & message );
+   void on( const Refused & message );
+   void on( const Acknowledged & message );
+   void on( const MountState & message );
+   void on( const PassedOver & message );
+   void disconnected() noexcept;
    void flush();
 
    bool isOpen() const noexcept { return open_; }
@@ -31,6 +37,8 @@ class WritingState {
       return open_ && !stream_.hasChanges() && store_.position() == stream_.position();
    }
    const std::string & refusal() const noexcept { return refusal_; }
+   const std::string & problem() const noexcept { return problem_; }
+   const std::vector< std::string > & passedOver() const noexcept { return passedOver_; }
 
    ClientState * client; ///< null: it is gone
    const std::uint32_t channel;
@@ -45,7 +53,10 @@ class WritingState {
    EntityVokNboAttrLogSa stream_;
    StreamPlace store_{ stream_ };
    bool open_ = false;
+   bool kept_ = false; // a batch is sent once the one before is acknowledged
    std::string refusal_;
+   std::string problem_;
+   std::vector< std::string > passedOver_;
 };
 
 /// The mounts of a pattern.
@@ -55,11 +66,12 @@ class ReadingState {
          MountListener & listener );
 
    void open();
-   void refused( const Refused & message );
-   void mounted( const Mounted & message );
-   void stateIs( const MountState & message );
-   void batch( const BatchPiece & message );
-   void unmounted( const Unmounted & message );
+   void on( const Refused & message );
+   void on( const Mounted & message );
+   void on( const MountState & message );
+   void on( const PassedOver & message );
+   void on( const Unmounted & message );
+   void batch( std::uint32_t mount, std::span< const std::byte > batch );
    void disconnected();
    Corvo::Ptr< Entity > root( const std::string & path ) const;
 
@@ -67,23 +79,21 @@ class ReadingState {
    const std::uint32_t channel;
 
  private:
-   /// The longest batch of a mount.
-   static constexpr std::size_t batchLimit = std::size_t{ 1 } << 30;
-
    struct Replica {
       explicit Replica( const Corvo::Ptr< Entity > & tree ) : root( tree ),
                                                               reader( tree ) {}
 
       Corvo::Ptr< Entity > root;
       EntityVokNboAttrLogReader reader;
-      BatchAssembly assembly{ batchLimit };
       MountState state;
+      std::set< std::string > passedOver; ///< that the listener knows of
       bool told = false; ///< the listener knows of it
    };
    using Replicas = std::map< std::string, std::unique_ptr< Replica > >;
 
    Replicas::iterator find( std::uint32_t mount );
    void give( const std::string & path, Replica & replica );
+   void tellPassedOver( const std::string & path, const std::vector< std::string > & texts );
    void fail( const std::string & path, const std::string & text );
 
    PathPattern pattern_;
@@ -92,47 +102,61 @@ class ReadingState {
    std::map< std::uint32_t, std::string > paths_; // of the mounts that this connection told of
 };
 
-class ClientState {
+/// Which messages are told to what is written and to what is read.
+template< class M >
+concept ToWriter = requires( WritingState & state, const M & message )
+{
+   state.on( message );
+};
+template< class M >
+concept ToReader = requires( ReadingState & state, const M & message )
+{
+   state.on( message );
+};
+
+class ClientState final : public CarrierUser {
  public:
-   explicit ClientState( std::string program ) : program_( std::move( program ) ) {}
-   ~ClientState();
+   using Answer = std::function< void( const std::vector< MountEntry > & ) >;
 
-   void connected();
-   void disconnected();
-   bool isConnected() const noexcept { return link_ != nullptr; }
-   void receive( std::span< const std::byte > piece );
-   void flush();
-   std::span< const std::byte > output() const noexcept;
-   void sent( std::size_t count );
+   explicit ClientState( Carrier & carrier );
+   ClientState( const ClientState & ) = delete;
+   ClientState & operator=( const ClientState & ) = delete;
+   ~ClientState() override;
 
-   /// Nothing is sent without a connection.
-   void send( const Message & message );
-   void sendBatch( std::uint32_t channel, const std::shared_ptr< const Bytes > & batch );
-
-   /// Whether so much waits to be sent that changes wait, and are told once.
-   bool busy() const noexcept { return !link_ || link_->pending() > busyFrom; }
-
+   Carrier & carrier() noexcept { return carrier_; }
    std::uint32_t newChannel() noexcept { return ++lastChannel_; }
    void add( std::shared_ptr< WritingState > writing );
    void add( std::shared_ptr< ReadingState > reading );
    void remove( WritingState & writing );
    void remove( ReadingState & reading );
+   void ask( ListMounts message, Answer answer );
+
+   // CarrierUser
+   void connected() override;
+   void disconnected() override;
+   void received( const Message & message ) override;
+   void received( std::uint32_t channel, std::uint32_t mount,
+         std::span< const std::byte > batch ) override;
+   void flush() override;
 
  private:
-   static constexpr std::size_t busyFrom = 256 << 10;
+   /// A list that was asked for.
+   struct Question {
+      ListMounts message;
+      Answer answer;
+      std::vector< MountEntry > mounts; ///< so far
+   };
 
-   void handle( const Message & message );
-   void on( const Welcome & ) {}
-   void on( const Opened & message );
    void on( const Refused & message );
-   void on( const Acknowledged & message );
+   void on( const MountList & message );
    template< class M > void on( const M & message );
+   template< class M > void tell( const M & message );
 
-   std::string program_;
-   std::unique_ptr< Link > link_; // null: no connection
+   Carrier & carrier_;
    std::uint32_t lastChannel_ = 0;
    std::map< std::uint32_t, std::shared_ptr< WritingState > > writings_;
    std::map< std::uint32_t, std::shared_ptr< ReadingState > > readings_;
+   std::map< std::uint32_t, Question > questions_;
 };
 
 } // namespace Vok::Store::Detail

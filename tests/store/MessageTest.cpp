@@ -1,6 +1,7 @@
 // The form of the protocol's messages, and what is none.
-#include "store/Client.h"
+#include "store/Backoff.h"
 #include "store/Link.h"
+#include "tests/store/Samples.h"
 #include "tests/support/HeapMeter.h"
 
 #include <gtest/gtest.h>
@@ -13,22 +14,9 @@
 namespace {
 
 using namespace Vok::Store;
-
-Bytes bytesOf( const Message & message )
-{
-   Vok::NboAttrLog::Out out;
-   encode( message, out );
-   return { out.bytes().begin(), out.bytes().end() };
-}
-
-Bytes bytes( std::initializer_list< int > list )
-{
-   Bytes made;
-   for ( const int one : list ) {
-      made.push_back( static_cast< std::byte >( one ) );
-   }
-   return made;
-}
+using TestSupport::bytes;
+using TestSupport::bytesOf;
+using TestSupport::samples;
 
 std::string refusal( const Bytes & frame )
 {
@@ -38,26 +26,6 @@ std::string refusal( const Bytes & frame )
       return e.what();
    }
    return "";
-}
-
-const std::vector< Message > & samples()
-{
-   static const Bytes piece = bytes( { 1, 2, 3 } );
-   static const std::vector< Message > all = {
-      Hello{ 1, "agent" },
-      OpenWriter{ 1, "a/b", "Test::Root", true },
-      OpenReader{ 2, "a/*", { { "a/b", 3, 4 }, { "a/c", 5, 6 } } },
-      BatchPiece{ 3, 4, true, piece },
-      Close{ 5, true },
-      Welcome{ 1 },
-      Opened{ 6, 7, 8 },
-      Refused{ 9, 1, "why" },
-      Mounted{ 10, 11, "a/b", "Test::Root" },
-      MountState{ 12, 13, true, 14, "agent" },
-      Acknowledged{ 15, 16 },
-      Unmounted{ 17, 18 },
-   };
-   return all;
 }
 
 TEST( MessageTest, eachComesBackAsItWas )
@@ -90,7 +58,7 @@ TEST( MessageTest, everyPrefixAndEverySurplusIsRefused )
       whole.push_back( std::byte{ 0 } );
       EXPECT_NE( refusal( whole ).find( "has 1 bytes too many" ), std::string::npos );
    }
-   EXPECT_EQ( refusal( bytes( { 12 } ) ), "there is no message of kind 12" );
+   EXPECT_EQ( refusal( bytes( { 15 } ) ), "there is no message of kind 15" );
 }
 
 /// A number of list members takes no memory before they come.

@@ -69,10 +69,23 @@ TEST( PathTest, aPathIsThePatternOfItself )
 
 TEST( PathTest, aStarIsAWholeName )
 {
-   for ( const char * const text : { "a*", "*a", "a/**", "a/*b/c" } ) {
+   for ( const char * const text : { "a*", "*a", "a/*b/c", "a/b**", "a/**/b", "a/***", "**/**" } ) {
       EXPECT_THROW( PathPattern{ text }, PathException ) << text;
    }
    EXPECT_TRUE( PathPattern( "*" ).matches( "anything" ) );
+}
+
+TEST( PathTest, twoStarsAreOneNameOrMore )
+{
+   EXPECT_TRUE( PathPattern( "**" ).matches( "a" ) );
+   EXPECT_TRUE( PathPattern( "**" ).matches( "a/b/c" ) );
+   const PathPattern pattern( "a/*/**" );
+   EXPECT_FALSE( pattern.isPath() );
+   EXPECT_TRUE( pattern.matches( "a/b/c" ) );
+   EXPECT_TRUE( pattern.matches( "a/b/c/d" ) );
+   for ( const char * const path : { "a", "a/b", "b/b/c", "" } ) {
+      EXPECT_FALSE( pattern.matches( path ) ) << path;
+   }
 }
 
 } // namespace

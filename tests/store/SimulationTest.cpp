@@ -1,11 +1,14 @@
 // Thousands of schedules: writers and readers, connections that break, stall and deliver a byte at
-// a time, processes that end, all drawn from a seed that a failure prints. At any moment a reader
-// has a state that its writer had, and never an older one than before; in the end it has the last
-// one.
+// a time, processes that end, a disk that is slow and fails, all drawn from a seed that a failure
+// prints. At any moment a reader has a state that its writer had, and never an older one than
+// before; what was acknowledged of a kept mount outlives the store; in the end every reader has the
+// last state.
+#include "tests/store/TestKeeper.h"
 #include "tests/store/World.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +22,7 @@ using TestSupport::Random;
 using TestSupport::RandomTree;
 using TestSupport::settle;
 using TestSupport::TestClient;
+using TestSupport::TestKeeper;
 using TestSupport::TestStore;
 using Vok::Store::Reading;
 using Vok::Store::Writing;
@@ -41,8 +45,17 @@ struct WriterProcess {
       root->ratioIs( static_cast< double >( count ) );
    }
 
+   /// Takes note of what the store has.
+   void look()
+   {
+      if ( writing->settled() ) {
+         acknowledged = root->big();
+      }
+   }
+
    TestClient client;
    std::uint32_t & count; // goes on when the process begins anew
+   std::uint64_t acknowledged = 0; // what the store had for certain
    Ptr< Root > root = Root::RootIs( "writer" );
    std::unique_ptr< Writing > writing;
 };
@@ -51,7 +64,7 @@ struct WriterProcess {
 struct ReaderProcess {
    explicit ReaderProcess( TestStore & store )
          : client( store, "reader" ),
-           reading( client.client.read( "tree/*", mounts ) )
+           reading( client.client.read( "*/tree", mounts ) )
    {
    }
 
@@ -77,6 +90,7 @@ class Simulation {
  public:
    explicit Simulation( std::uint64_t seed ) : random_( seed )
    {
+      keeper_.slow = true;
       for ( std::size_t i = 0; i != 2; ++i ) {
          writers_.push_back( newWriter( i ) );
          readers_.push_back( std::make_unique< ReaderProcess >( store_ ) );
@@ -97,8 +111,7 @@ class Simulation {
  private:
    std::unique_ptr< WriterProcess > newWriter( std::size_t i )
    {
-      return std::make_unique< WriterProcess >(
-            store_, "tree/" + std::to_string( i ), counts_[ i ] );
+      return std::make_unique< WriterProcess >( store_, paths[ i ], counts_[ i ] );
    }
 
    void step()
@@ -120,7 +133,15 @@ class Simulation {
       if ( random_.oneIn( 2 ) ) {
          store_.server->publish();
       }
+      if ( random_.oneIn( 2 ) ) {
+         keeper_.problem = random_.oneIn( 10 ) ? "the disk is full" : "";
+         keeper_.work( random_.below( 3 ) );
+         store_.server->keepAgain();
+      }
       move( readers_[ random_.below( 2 ) ]->client );
+      for ( const auto & writer : writers_ ) {
+         writer->look();
+      }
       for ( const auto & reader : readers_ ) {
          reader->check();
       }
@@ -129,6 +150,7 @@ class Simulation {
    /// A process ends, and another takes its place.
    void restart( std::size_t one )
    {
+      std::uint64_t acknowledged = 0;
       switch ( random_.below( 3 ) ) {
       case 0:
          for ( const auto & writer : writers_ ) {
@@ -137,17 +159,41 @@ class Simulation {
          for ( const auto & reader : readers_ ) {
             reader->client.disconnect();
          }
-         store_.server = std::make_unique< Vok::Store::Server >( store_.clock );
+         crash();
          break;
       case 1:
          writers_[ one ]->client.disconnect();
+         acknowledged = writers_[ one ]->acknowledged;
          writers_[ one ] = newWriter( one );
+         writers_[ one ]->acknowledged = acknowledged;
          break;
       default:
          readers_[ one ]->client.disconnect();
          readers_[ one ] = std::make_unique< ReaderProcess >( store_ );
          break;
       }
+   }
+
+   void crash()
+   {
+      const WriterProcess & kept = *writers_[ 1 ];
+      store_.server.reset();
+      keeper_.crash( random_.below( 3 ) );
+      store_.restart();
+      ASSERT_TRUE( keeper_.aside.empty() ) << keeper_.aside.begin()->second;
+      // What the writer was told last that the store has, it has.
+      const auto at = keeper_.disk.find( paths[ 1 ] );
+      if ( at == keeper_.disk.end() ) {
+         EXPECT_EQ( kept.acknowledged, 0U );
+         return;
+      }
+      const Ptr< Root > root = Root::RootIs( "kept" );
+      Vok::EntityVokNboAttrLogReader reader( root );
+      for ( const auto & batch : at->second.batches ) {
+         Vok::NboAttrLog::In in( batch );
+         reader.read( in );
+      }
+      ASSERT_GE( root->big(), kept.acknowledged ) << "an acknowledged state is lost";
    }
 
    void move( TestClient & client )
@@ -171,6 +217,11 @@ class Simulation {
 
    void end()
    {
+      keeper_.slow = false;
+      keeper_.problem.clear();
+      keeper_.work( std::size_t( -1 ) );
+      store_.server->publish();
+      store_.server->keepAgain();
       std::vector< TestClient * > clients;
       for ( const auto & writer : writers_ ) {
          clients.push_back( &writer->client );
@@ -187,8 +238,10 @@ class Simulation {
       for ( const auto & reader : readers_ ) {
          reader->check();
          for ( std::size_t i = 0; i != writers_.size(); ++i ) {
-            EXPECT_TRUE( writers_[ i ]->writing->settled() );
-            const std::string path = "tree/" + std::to_string( i );
+            EXPECT_TRUE( writers_[ i ]->writing->settled() )
+                  << paths[ i ] << writers_[ i ]->writing->refusal()
+                  << writers_[ i ]->writing->problem();
+            const std::string path = paths[ i ];
             ASSERT_TRUE( reader->mounts.roots.contains( path ) );
             EXPECT_EQ( Vok::treeDigest( *reader->mounts.roots[ path ] ),
                   Vok::treeDigest( *writers_[ i ]->root ) );
@@ -197,16 +250,23 @@ class Simulation {
       }
    }
 
+   /// The second one is kept.
+   static constexpr const char * paths[] = { "passing/tree", "kept/tree" };
+
    Random random_;
-   TestStore store_;
+   TestKeeper keeper_;
+   TestStore store_{ { .keeper = &keeper_ } };
    std::uint32_t counts_[ 2 ] = { 0, 0 };
    std::vector< std::unique_ptr< WriterProcess > > writers_;
    std::vector< std::unique_ptr< ReaderProcess > > readers_;
 };
 
+/// SIMULATION_SCHEDULES says how many, for more than the suite has time for.
 TEST( SimulationTest, everyScheduleEndsWithWhatWasWritten )
 {
-   for ( std::uint64_t seed = 0; seed != 1000; ++seed ) {
+   const char * const told = std::getenv( "SIMULATION_SCHEDULES" );
+   const std::uint64_t schedules = told ? std::stoull( told ) : 1000;
+   for ( std::uint64_t seed = 0; seed != schedules; ++seed ) {
       Simulation( seed ).run( 300 );
       ASSERT_FALSE( testing::Test::HasFailure() ) << "seed " << seed;
    }

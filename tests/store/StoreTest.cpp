@@ -256,7 +256,7 @@ TEST_F( StoreTest, aStoreThatBeginsAnewIsToldTheWholeTree )
    const Ptr< ::Test::Tree > tree = replica().tree( "t" );
    writer.disconnect();
    reader.disconnect();
-   store.server = std::make_unique< Vok::Store::Server >( store.clock );
+   store.restart();
    root->midIs( 5 );
    reader.connect();
    settled();

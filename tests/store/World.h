@@ -7,6 +7,7 @@
 
 #include "store/Client.h"
 #include "store/Server.h"
+#include "store/Wire.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -43,47 +44,64 @@ class Mounts : public Vok::Store::MountListener {
    {
       failures.push_back( path + ": " + text );
    }
+   void passedOver( const std::string & path, const std::vector< std::string > & texts ) override
+   {
+      for ( const std::string & text : texts ) {
+         missed.push_back( path + ": " + text );
+      }
+   }
 
    std::map< std::string, Corvo::Ptr< Vok::Entity > > roots;
    std::map< std::string, Vok::Store::MountState > states;
    std::vector< std::string > gone;
    std::vector< std::string > failures;
+   std::vector< std::string > missed;
 };
 
 /// A store whose process can end and begin again.
 struct TestStore {
+   explicit TestStore( const Vok::Store::ServerSetup & how = {} ) : setup( how ) {}
+
+   void restart()
+   {
+      server.reset();
+      server = std::make_unique< Vok::Store::Server >( clock, setup );
+   }
+
    TestClock clock;
+   Vok::Store::ServerSetup setup;
    std::unique_ptr< Vok::Store::Server > server =
-         std::make_unique< Vok::Store::Server >( clock );
+         std::make_unique< Vok::Store::Server >( clock, setup );
 };
 
 /// A client and its connection.
 class TestClient {
  public:
-   TestClient( TestStore & store, const std::string & program ) : client( program ),
+   TestClient( TestStore & store, const std::string & program ) : wire( program ),
+                                                                  client( wire ),
                                                                   store_( store ) {}
 
    bool connected() const noexcept { return session_ != nullptr; }
 
    void connect()
    {
-      session_ = store_.server->connected();
-      client.connected();
+      session_ = store_.server->connected( peer );
+      wire.connected();
    }
 
    /// What is on its way is lost.
    void disconnect()
    {
       session_.reset();
-      client.disconnected();
+      wire.disconnected();
    }
 
    /// Up to so many bytes reach the other side.
    bool toStore( std::size_t most )
    {
-      const auto bytes = client.output().first( std::min( most, client.output().size() ) );
+      const auto bytes = wire.output().first( std::min( most, wire.output().size() ) );
       const std::vector< std::byte > moved( bytes.begin(), bytes.end() );
-      client.sent( moved.size() );
+      wire.sent( moved.size() );
       session_->receive( moved );
       return !moved.empty();
    }
@@ -92,13 +110,15 @@ class TestClient {
       const auto bytes = session_->output().first( std::min( most, session_->output().size() ) );
       const std::vector< std::byte > moved( bytes.begin(), bytes.end() );
       session_->sent( moved.size() );
-      client.receive( moved );
+      wire.receive( moved );
       received += moved.size();
       return !moved.empty();
    }
 
    bool finished() const noexcept { return session_->finished(); }
 
+   Vok::Store::Peer peer;
+   Vok::Store::Wire wire;
    Vok::Store::Client client;
    std::size_t received = 0; ///< bytes
 
