@@ -15,7 +15,7 @@ constexpr std::size_t longestSocketPath = 107;
 [[noreturn]] void refuse( std::string_view text )
 {
    throw AddressException( "\"" + std::string( text.substr( 0, 200 ) ) +
-         "\" is no address: unix:/path/of/a/socket, tcp:127.0.0.1:4040 or tcp:[::1]:4040 is one" );
+         "\" is no address: unix:/path/of/a/socket, tcp:127.0.0.1:4040 or tls:[::1]:4041 is one" );
 }
 
 bool isIp( const Address & address )
@@ -40,10 +40,11 @@ Address Address::parse( std::string_view text )
       return address;
    }
    const std::size_t colon = text.rfind( ':' );
-   if ( !text.starts_with( "tcp:" ) || colon < 4 ) {
+   const bool tls = text.starts_with( "tls:" );
+   if ( ( !tls && !text.starts_with( "tcp:" ) ) || colon < 4 ) {
       refuse( text );
    }
-   address.kind = Kind::tcp;
+   address.kind = tls ? Kind::tls : Kind::tcp;
    std::string_view host = text.substr( 4, colon - 4 );
    if ( host.starts_with( '[' ) && host.ends_with( ']' ) ) {
       host = host.substr( 1, host.size() - 2 );
@@ -57,13 +58,27 @@ Address Address::parse( std::string_view text )
    return address;
 }
 
+bool Address::isLoopback() const noexcept
+{
+   sockaddr_in v4{};
+   sockaddr_in6 v6{};
+   if ( kind == Kind::unixSocket ) {
+      return false;
+   }
+   if ( uv_ip4_addr( place.c_str(), port, &v4 ) == 0 ) {
+      return ntohl( v4.sin_addr.s_addr ) >> 24 == 127;
+   }
+   return uv_ip6_addr( place.c_str(), port, &v6 ) == 0 && IN6_IS_ADDR_LOOPBACK( &v6.sin6_addr );
+}
+
 std::string Address::text() const
 {
    if ( kind == Kind::unixSocket ) {
       return "unix:" + place;
    }
    const bool v6 = place.find( ':' ) != std::string::npos;
-   return "tcp:" + ( v6 ? "[" + place + "]" : place ) + ":" + std::to_string( port );
+   const char * const start = kind == Kind::tls ? "tls:" : "tcp:";
+   return start + ( v6 ? "[" + place + "]" : place ) + ":" + std::to_string( port );
 }
 
 } // namespace Vok::Store

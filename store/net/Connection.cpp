@@ -1,44 +1,58 @@
 // How a client gets its connection, and another one when that is lost.
 #include "store/net/Connection.h"
 
+#include "store/Backoff.h"
 #include "store/net/uv/Stream.h"
+#include "store/net/uv/Timer.h"
+#include "store/net/uv/TlsFilter.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <random>
+#include <stdexcept>
 #include <utility>
 
 namespace Vok::Store {
 
 namespace Detail {
 
-class ConnectionState final : public LoopUser, public StreamUser {
+namespace {
+
+// How long a connection may take to come about.
+constexpr std::chrono::milliseconds connectTime( 10000 );
+
+} // namespace
+
+class ConnectionState final : public LoopUser, public TlsUser {
  public:
-   ConnectionState( Loop & loop, Client & client, const Address & address )
+   ConnectionState( Loop & loop, Wire & wire, const Address & address, const TlsContext * tls,
+         const std::string & server )
          : loop_( loop.state() ),
-           client_( client ),
+           wire_( wire ),
            address_( address ),
-           timer_( new uv_timer_t ),
+           context_( address.kind == Address::Kind::tls && tls ? &tls->state() : nullptr ),
+           server_( server.empty() ? address.place : server ),
+           timer_( loop_, [ this ] { due(); } ),
            backoff_( std::random_device()() )
    {
-      uv_timer_init( &loop_.loop, timer_ );
-      timer_->data = this;
-      loop_.users.push_back( this );
+      if ( address.kind == Address::Kind::tls && !tls ) {
+         throw std::invalid_argument( address.text() + " needs a TLS context" );
+      }
       connect();
+      loop_.users.push_back( this );
    }
    ConnectionState( const ConnectionState & ) = delete;
    ConnectionState & operator=( const ConnectionState & ) = delete;
 
    ~ConnectionState() override
    {
-      forget();
       std::erase( loop_.users, this );
-      uv_close( reinterpret_cast< uv_handle_t * >( timer_ ),
-            []( uv_handle_t * handle ) { delete reinterpret_cast< uv_timer_t * >( handle ); } );
-      client_.disconnected();
+      wire_.disconnected();
    }
 
    bool connected() const noexcept { return connected_; }
    const std::string & error() const noexcept { return error_; }
+   const ThreadCheck & thread() const noexcept { return loop_.thread; }
 
    // LoopUser
    void work() override
@@ -46,17 +60,21 @@ class ConnectionState final : public LoopUser, public StreamUser {
       if ( lost_ ) {
          again();
       } else if ( connected_ ) {
-         client_.flush();
+         wire_.flush();
          stream_->send();
       }
    }
+   bool hasWork() const noexcept override { return lost_; }
 
-   // StreamUser
+   // TlsUser
    void received( std::span< const std::byte > piece ) override
    {
+      if ( lost_ ) {
+         return;
+      }
       backoff_.reset();
       try {
-         client_.receive( piece );
+         wire_.receive( piece );
       } catch ( const FramingException & e ) {
          ended( e.what() );
       } catch ( const ProtocolException & e ) {
@@ -66,107 +84,95 @@ class ConnectionState final : public LoopUser, public StreamUser {
          throw;
       }
    }
-   std::span< const std::byte > output() const noexcept override { return client_.output(); }
-   void sent( std::size_t count ) override { client_.sent( count ); }
+   std::size_t outputs( std::span< std::span< const std::byte > > into ) override
+   {
+      return wire_.outputs( into );
+   }
+   void sent( std::size_t count ) override { wire_.sent( count ); }
    void ended( const std::string & why ) override
    {
-      error_ = why;
-      connected_ = false;
-      lost_ = true; // the stream goes once nobody uses it
+      if ( !std::exchange( lost_, true ) ) { // what is left goes once nobody uses it
+         error_ = why;
+         connected_ = false;
+      }
    }
+   void secured() override
+   {
+      timer_.stop();
+      connected_ = true;
+      wire_.connected();
+   }
+   void unsecured( const std::string & why ) override { ended( why ); }
 
  private:
-   /// A request to connect, which libuv holds until it is answered.
-   struct Request {
-      uv_connect_t request{};
-      ConnectionState * owner;
-      Stream * stream;
-   };
-
    void connect()
    {
-      const bool isUnix = address_.kind == Address::Kind::unixSocket;
-      stream_ = std::make_unique< Stream >( loop_, isUnix );
-      auto request = std::make_unique< Request >( Request{ {}, this, stream_.get() } );
-      request->request.data = request.get();
-      attempt_ = request.get();
-      int code = 0;
-      if ( isUnix ) {
-         uv_pipe_connect(
-               &request->request, stream_->pipe(), address_.place.c_str(), onConnected );
-      } else {
-         sockaddr_storage to{};
-         socketAddress( to );
-         code = uv_tcp_connect( &request->request, stream_->tcp(),
-               reinterpret_cast< const sockaddr * >( &to ), onConnected );
-      }
-      if ( code != 0 ) {
-         attempt_ = nullptr;
-         ended( uv_strerror( code ) );
+      const SocketAddress to( address_ );
+      Socket socket = Socket::make( to.family() );
+      if ( !socket ) {
+         failed( errno );
          return;
       }
-      static_cast< void >( request.release() );
+      if ( address_.kind != Address::Kind::unixSocket ) {
+         socket.tuneTcp();
+      }
+      stream_ = std::make_unique< Stream >( loop_, std::move( socket ) );
+      if ( context_ ) {
+         tls_ = std::make_unique< TlsFilter >(
+               loop_, context_->connecting( server_ ), *stream_, *this );
+      }
+      const int error = stream_->connect( to, [ this ]( int code ) { answered( code ); } );
+      if ( error != 0 ) {
+         failed( error );
+         return;
+      }
+      timer_.start( connectTime );
    }
 
-   void socketAddress( sockaddr_storage & to ) const
+   void answered( int error )
    {
-      const char * const place = address_.place.c_str();
-      if ( uv_ip4_addr( place, address_.port, reinterpret_cast< sockaddr_in * >( &to ) ) != 0 ) {
-         uv_ip6_addr( place, address_.port, reinterpret_cast< sockaddr_in6 * >( &to ) );
+      if ( error != 0 ) {
+         failed( error );
+      } else if ( tls_ ) {
+         tls_->start();
+      } else {
+         secured();
+         stream_->start( *this );
       }
    }
 
-   static void onConnected( uv_connect_t * request, int status )
+   void failed( int error ) { ended( std::generic_category().message( error ) ); }
+
+   /// It is time for another attempt, or none has come to anything so far.
+   void due()
    {
-      const std::unique_ptr< Request > held( static_cast< Request * >( request->data ) );
-      ConnectionState * const self = held->owner;
-      if ( !self ) {
-         return; // it has gone
+      if ( stream_ ) {
+         ended( "no connection came about within " + std::to_string( connectTime.count() ) +
+               " milliseconds" );
+      } else {
+         connect();
       }
-      self->loop_.guard( [ & ] {
-         self->attempt_ = nullptr;
-         if ( status != 0 ) {
-            self->ended( uv_strerror( status ) );
-            return;
-         }
-         self->connected_ = true;
-         self->client_.connected();
-         self->stream_->start( *self );
-      } );
    }
 
    /// What is left of a lost connection goes, and a new one is tried after a while.
    void again()
    {
       lost_ = false;
-      client_.disconnected();
-      forget();
-      uv_update_time( &loop_.loop );
-      uv_timer_start(
-            timer_,
-            []( uv_timer_t * timer ) {
-               auto * const self = static_cast< ConnectionState * >( timer->data );
-               self->loop_.guard( [ & ] { self->connect(); } );
-            },
-            static_cast< std::uint64_t >( backoff_.next().count() ), 0 );
-   }
-
-   void forget() noexcept
-   {
-      if ( attempt_ ) {
-         attempt_->owner = nullptr;
-         attempt_ = nullptr;
-      }
+      wire_.disconnected();
+      tls_.reset();
       stream_.reset();
+      timer_.start( backoff_.next() );
    }
 
    LoopState & loop_;
-   Client & client_;
+   Wire & wire_;
    Address address_;
-   uv_timer_t * timer_;
+   const TlsState * context_; // null where the connection is plain
+   std::string server_; // what its certificate is for
+   Timer timer_; // until it is connected, or while there is no attempt
    Backoff backoff_;
-   std::unique_ptr< Stream > stream_;
-   Request * attempt_ = nullptr;
+   std::unique_ptr< Stream > stream_; // null: no attempt
+   std::unique_ptr< TlsFilter > tls_;
    bool connected_ = false;
    bool lost_ = false;
    std::string error_;
@@ -174,20 +180,27 @@ class ConnectionState final : public LoopUser, public StreamUser {
 
 } // namespace Detail
 
-Connection::Connection( Loop & loop, Client & client, const Address & address )
-      : state_( std::make_unique< Detail::ConnectionState >( loop, client, address ) )
+Connection::Connection( Loop & loop, Wire & wire, const Address & address,
+      const TlsContext * tls, const std::string & server )
 {
+   loop.state().thread.check( "Connection::Connection" );
+   state_ = std::make_unique< Detail::ConnectionState >( loop, wire, address, tls, server );
 }
 
-Connection::~Connection() = default;
+Connection::~Connection()
+{
+   state_->thread().check( "Connection::~Connection" );
+}
 
 bool Connection::connected() const noexcept
 {
+   state_->thread().check( "Connection::connected" );
    return state_->connected();
 }
 
 const std::string & Connection::error() const noexcept
 {
+   state_->thread().check( "Connection::error" );
    return state_->error();
 }
 

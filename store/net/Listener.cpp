@@ -1,16 +1,12 @@
 // How a store takes connections.
 #include "store/net/Listener.h"
 
-#include "store/net/uv/Stream.h"
-
-#include <arpa/inet.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
+#include "store/net/uv/Accepted.h"
+#include "store/net/uv/Acceptor.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
+#include <exception>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -20,159 +16,166 @@ namespace Detail {
 
 namespace {
 
-constexpr int backlog = 512;
+// Connections beyond those of the limit, which are told that they are too many.
+constexpr std::size_t spareConnections = 128;
 
-/// A client's connection.
-class Accepted final : public StreamUser {
- public:
-   Accepted( LoopState & loop, Server & server, bool isUnix )
-         : stream( loop, isUnix ),
-           session_( server.connected() )
-   {
-   }
-
-   void received( std::span< const std::byte > piece ) override { session_->receive( piece ); }
-   std::span< const std::byte > output() const noexcept override { return session_->output(); }
-   void sent( std::size_t count ) override { session_->sent( count ); }
-   void ended( const std::string & ) override { ended_ = true; }
-
-   /// Whether nothing more comes of it.
-   bool over() const noexcept
-   {
-      return ended_ || ( session_->finished() && session_->output().empty() );
-   }
-
-   Stream stream;
-
- private:
-   std::unique_ptr< Session > session_;
-   bool ended_ = false;
-};
-
-/// Whether somebody listens at a Unix socket.
-bool isListenedAt( const std::string & path )
+const Address & checked( const Address & address, const TlsContext * tls )
 {
-   sockaddr_un to{};
-   to.sun_family = AF_UNIX;
-   std::memcpy( to.sun_path, path.c_str(), std::min( path.size(), sizeof to.sun_path - 1 ) );
-   const int probe = socket( AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0 );
-   if ( probe < 0 ) {
-      return true; // it cannot be told: nothing is taken away
+   if ( address.kind == Address::Kind::tls && !tls ) {
+      throw std::invalid_argument( address.text() + " needs a TLS context" );
    }
-   const int answer = connect( probe, reinterpret_cast< const sockaddr * >( &to ), sizeof to );
-   const bool refused = answer != 0 && errno == ECONNREFUSED;
-   close( probe );
-   return !refused;
+   if ( address.kind == Address::Kind::tcp && !address.isLoopback() ) {
+      throw std::invalid_argument(
+            address.text() + " cannot be listened at: TCP without TLS is for loopback addresses" );
+   }
+   return address;
 }
 
 } // namespace
 
-class ListenerState final : public LoopUser {
+class ListenerState final : public LoopUser, public AcceptedOwner {
  public:
-   ListenerState( Loop & loop, Server & server, const Address & where )
-         : address( where ),
-           loop_( loop.state() ),
+   ListenerState( Loop & loop, Server & server, const Address & where, const TlsContext * tls )
+         : loop_( loop.state() ),
            server_( server ),
-           socket_( loop_, where.kind == Address::Kind::unixSocket )
+           tls_( where.kind == Address::Kind::tls && tls ? &tls->state() : nullptr ),
+           acceptor_( loop_, checked( where, tls ),
+                 [ this ]( Socket socket, const SocketAddress & from ) {
+                    accept( std::move( socket ), from );
+                 } )
    {
-      int code = isUnix() ? bindUnix() : bindTcp();
-      if ( code == 0 ) {
-         code = socket_.listen( backlog, [ this ]( int error ) { accept( error ); } );
-      }
-      if ( code != 0 ) {
-         throw systemError( code, address.text() + " cannot be listened at" );
-      }
       loop_.users.push_back( this );
    }
    ListenerState( const ListenerState & ) = delete;
    ListenerState & operator=( const ListenerState & ) = delete;
-   ~ListenerState() override { std::erase( loop_.users, this ); }
+   ~ListenerState() override
+   {
+      std::erase( loop_.users, this );
+      closing_ = true; // what goes is told to those that go next
+   }
 
+   const Address & address() const noexcept { return acceptor_.address(); }
+   std::size_t connections() const noexcept { return accepted_.size(); }
+   const ThreadCheck & thread() const noexcept { return loop_.thread; }
+
+   // LoopUser
    void work() override
    {
-      server_.publish();
-      for ( const auto & one : accepted_ ) {
-         one->stream.send();
-      }
-      if ( std::erase_if( accepted_, []( const auto & one ) { return one->over(); } ) != 0 ) {
-         work(); // their mounts are stale, which is told
+      do {
+         server_.publish();
+         sendReady();
+      } while ( removeOver() ); // their mounts are stale, which is told
+   }
+   bool hasWork() const noexcept override { return !ready_.empty(); }
+
+   // AcceptedOwner. There is room in both lists for each connection once.
+   void hasOutput( Accepted & one ) noexcept override
+   {
+      if ( !closing_ ) {
+         ready_.push_back( &one );
       }
    }
-
-   std::size_t connections() const noexcept { return accepted_.size(); }
-
-   Address address;
+   void isOver( Accepted & one ) noexcept override { over_.push_back( &one ); }
 
  private:
-   bool isUnix() const noexcept { return address.kind == Address::Kind::unixSocket; }
-
-   int bindUnix()
+   void accept( Socket socket, const SocketAddress & from )
    {
-      const char * const path = address.place.c_str();
-      int code = uv_pipe_bind( socket_.pipe(), path );
-      if ( code == UV_EADDRINUSE && !isListenedAt( address.place ) ) {
-         unlink( path );
-         code = uv_pipe_bind( socket_.pipe(), path );
+      const Limits & limits = server_.limits();
+      if ( accepted_.size() >= limits.sessions + spareConnections ||
+            ( tls_ && unidentified() >= limits.sessionsOfUser ) ) {
+         return; // it is closed
       }
-      return code;
+      Peer peer;
+      if ( address().kind == Address::Kind::unixSocket ) {
+         peer = socket.unixPeer();
+      } else {
+         peer.name = from.text();
+         socket.tuneTcp();
+      }
+      try {
+         add( std::make_unique< Accepted >(
+               loop_, server_, *this, std::move( socket ), std::move( peer ), tls_ ) );
+      } catch ( const std::exception & ) {
+         // The system has not what it takes: it is closed, and may come again.
+      }
    }
 
-   int bindTcp()
+   void add( std::unique_ptr< Accepted > made )
    {
-      sockaddr_storage at{};
-      const char * const place = address.place.c_str();
-      if ( uv_ip4_addr( place, address.port, reinterpret_cast< sockaddr_in * >( &at ) ) != 0 ) {
-         uv_ip6_addr( place, address.port, reinterpret_cast< sockaddr_in6 * >( &at ) );
+      if ( accepted_.size() == accepted_.capacity() ) {
+         const std::size_t room = 2 * accepted_.size() + 16;
+         ready_.reserve( room );
+         over_.reserve( room );
+         accepted_.reserve( room );
       }
-      const int code =
-            uv_tcp_bind( socket_.tcp(), reinterpret_cast< const sockaddr * >( &at ), 0 );
-      int size = sizeof at;
-      if ( code == 0 &&
-            uv_tcp_getsockname( socket_.tcp(), reinterpret_cast< sockaddr * >( &at ), &size ) ==
-                  0 ) {
-         // The port is at the same place in both kinds of addresses.
-         address.port = ntohs( reinterpret_cast< const sockaddr_in * >( &at )->sin_port );
-      }
-      return code;
+      made->place = accepted_.size();
+      accepted_.push_back( std::move( made ) );
+      accepted_.back()->start();
    }
 
-   void accept( int error )
+   std::size_t unidentified() const
    {
-      if ( error != 0 ) {
-         return; // as many connections as the system gives: the next ones are taken later
+      return static_cast< std::size_t >( std::count_if( accepted_.begin(), accepted_.end(),
+            []( const auto & one ) { return !one->identified(); } ) );
+   }
+
+   void sendReady()
+   {
+      while ( !ready_.empty() ) {
+         Accepted & one = *ready_.back();
+         ready_.pop_back();
+         one.send();
       }
-      auto one = std::make_unique< Accepted >( loop_, server_, isUnix() );
-      if ( uv_accept( socket_.get(), one->stream.get() ) == 0 ) {
-         if ( !isUnix() ) {
-            uv_tcp_nodelay( one->stream.tcp(), 1 );
+   }
+
+   /// Whether there was one.
+   bool removeOver()
+   {
+      const bool any = !over_.empty();
+      while ( !over_.empty() ) {
+         const std::size_t place = over_.back()->place;
+         over_.pop_back();
+         const std::unique_ptr< Accepted > held = std::move( accepted_[ place ] );
+         if ( place + 1 != accepted_.size() ) {
+            accepted_[ place ] = std::move( accepted_.back() );
+            accepted_[ place ]->place = place;
          }
-         one->stream.start( *one );
-         accepted_.push_back( std::move( one ) );
+         accepted_.pop_back();
       }
+      return any;
    }
 
    LoopState & loop_;
    Server & server_;
-   Stream socket_;
+   const TlsState * tls_; // null where connections are plain
+   bool closing_ = false;
+   std::vector< Accepted * > ready_; // that have something to send
+   std::vector< Accepted * > over_; // that are to be removed
    std::vector< std::unique_ptr< Accepted > > accepted_;
+   Acceptor acceptor_;
 };
 
 } // namespace Detail
 
-Listener::Listener( Loop & loop, Server & server, const Address & address )
-      : state_( std::make_unique< Detail::ListenerState >( loop, server, address ) )
+Listener::Listener( Loop & loop, Server & server, const Address & address, const TlsContext * tls )
 {
+   loop.state().thread.check( "Listener::Listener" );
+   state_ = std::make_unique< Detail::ListenerState >( loop, server, address, tls );
 }
 
-Listener::~Listener() = default;
+Listener::~Listener()
+{
+   state_->thread().check( "Listener::~Listener" );
+}
 
 const Address & Listener::address() const noexcept
 {
-   return state_->address;
+   return state_->address();
 }
 
 std::size_t Listener::connections() const noexcept
 {
+   state_->thread().check( "Listener::connections" );
    return state_->connections();
 }
 

@@ -5,6 +5,7 @@
 #include "store/Server.h"
 #include "store/net/Address.h"
 #include "store/net/Loop.h"
+#include "store/net/Tls.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,13 +17,20 @@ namespace Detail {
 class ListenerState;
 } // namespace Detail
 
-/// Takes the connections of a store's clients. Neither the loop nor the server ends before it; the
-/// connections end with it.
+/// Takes the connections of a store's clients, and tells the store who they are. Neither the loop
+/// nor the server ends before it; the connections end with it. Used from the loop's thread.
+///
+/// A client that has not said who it is within `Limits::greetingTime`, of which a TLS handshake is
+/// part, is told so, and its connection ended. Whoever is to be gone has two seconds to take what
+/// it is told. Nothing is read from a client that does not take what it is sent. While the system
+/// has no descriptors left, connections wait.
 class VOK_EXPORT Listener {
  public:
    /// Throws std::system_error where it cannot listen there. A Unix socket that nobody listens at
-   /// is replaced; one that somebody does is not.
-   Listener( Loop & loop, Server & server, const Address & address );
+   /// is replaced; one that somebody does is not. Throws std::invalid_argument for TCP without TLS
+   /// at an address that is not loopback, and for TLS without `tls`, which outlives this.
+   Listener( Loop & loop, Server & server, const Address & address,
+         const TlsContext * tls = nullptr );
    Listener( const Listener & ) = delete;
    Listener & operator=( const Listener & ) = delete;
    ~Listener();

@@ -12,9 +12,27 @@ namespace Vok::Store {
 
 namespace Detail {
 struct LoopState;
+class WatchState;
 } // namespace Detail
 
-/// Used from one thread. Outlives the connections and listeners that it runs.
+/// Calls what it was made with whenever its descriptor can be read, until this is destroyed, which
+/// what it calls may do; the descriptor is closed later.
+class VOK_EXPORT Watch {
+ public:
+   Watch( const Watch & ) = delete;
+   Watch & operator=( const Watch & ) = delete;
+   ~Watch();
+
+ private:
+   friend class Loop;
+   explicit Watch( std::unique_ptr< Detail::WatchState > state );
+
+   std::unique_ptr< Detail::WatchState > state_;
+};
+
+/// Used from one thread, the one that made it. So are the connections and listeners that it runs,
+/// which it outlives, and their clients and servers. In a debug build a call from any other thread
+/// ends the process.
 class VOK_EXPORT Loop {
  public:
    /// Throws std::system_error where the system has no descriptors left.
@@ -38,6 +56,11 @@ class VOK_EXPORT Loop {
    /// Runs until `done()` holds, which it is asked after whatever happens; false where that takes
    /// longer than `most`. Throws as run().
    bool runUntil( const std::function< bool() > & done, std::chrono::milliseconds most );
+
+   /// Waits for another descriptor of the program as for the loop's own ones; reading it does not
+   /// block any more. What `readable` throws comes out of run(). Throws std::system_error for what
+   /// cannot be waited for, such as files.
+   std::unique_ptr< Watch > watch( int descriptor, std::function< void() > readable );
 
    Detail::LoopState & state() noexcept { return *state_; }
 

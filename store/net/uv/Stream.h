@@ -1,7 +1,11 @@
-// One connected socket, as libuv has it: a pipe or TCP. Part of Connection.cpp and Listener.cpp.
+// One connected socket: Unix or TCP. Part of Connection.cpp and Accepted.cpp.
+//
+// libuv says when a socket can be read and written; reading and writing are done here, because
+// libuv's own writing raises SIGPIPE, which would end a program whose peer has gone.
 #pragma once
 
 #include "store/net/uv/LoopState.h"
+#include "store/net/uv/Socket.h"
 
 #include <uv.h>
 
@@ -9,15 +13,8 @@
 #include <functional>
 #include <span>
 #include <string>
-#include <system_error>
 
 namespace Vok::Store::Detail {
-
-/// What a program tells of an error of libuv.
-inline std::system_error systemError( int code, const std::string & what )
-{
-   return { -code, std::generic_category(), what };
-}
 
 /// Whose bytes go over a socket. None of these destroys the stream.
 class StreamUser {
@@ -25,8 +22,9 @@ class StreamUser {
    virtual ~StreamUser() = default;
    virtual void received( std::span< const std::byte > piece ) = 0;
 
-   /// The bytes to be sent next, which stay until `sent`.
-   virtual std::span< const std::byte > output() const noexcept = 0;
+   /// The pieces to be sent next, in order, as many as `into` takes: how many. They stay until
+   /// `sent`.
+   virtual std::size_t outputs( std::span< std::span< const std::byte > > into ) = 0;
    virtual void sent( std::size_t count ) = 0;
 
    /// The other side has gone, or the socket failed: the stream is of no use any more.
@@ -37,16 +35,17 @@ class StreamUser {
 /// left goes when it takes more.
 class Stream {
  public:
-   Stream( LoopState & loop, bool unixSocket );
+   /// Throws std::system_error.
+   Stream( LoopState & loop, Socket socket );
    Stream( const Stream & ) = delete;
    Stream & operator=( const Stream & ) = delete;
 
    /// Closes it; nothing more is told.
    ~Stream();
 
-   uv_stream_t * get() noexcept { return &socket_->stream; }
-   uv_pipe_t * pipe() noexcept { return &socket_->pipe; }
-   uv_tcp_t * tcp() noexcept { return &socket_->tcp; }
+   /// Begins to connect; `done` is told how that ended, with an error of the system or 0. Returns
+   /// such an error where it cannot begin.
+   int connect( const SocketAddress & to, std::function< void( int error ) > done );
 
    /// It is connected: begins to read.
    void start( StreamUser & user );
@@ -54,34 +53,27 @@ class Stream {
    /// Sends what is to be sent.
    void send();
 
-   /// It is bound: `come( 0 )` is called for each connection that can be accepted, with an error
-   /// where one could not be made. An error of libuv, or 0.
-   int listen( int backlog, std::function< void( int error ) > come );
+   /// Tells the other side that nothing comes after what is to be sent. Reading goes on.
+   void finish();
+
+   /// Whether it reads, which it does at first.
+   void reading( bool yes );
 
  private:
-   /// What libuv needs until the socket is closed, which is after the stream has gone.
-   struct Socket {
-      union {
-         uv_handle_t handle;
-         uv_stream_t stream;
-         uv_pipe_t pipe;
-         uv_tcp_t tcp;
-      };
-      uv_write_t request{};
-      Stream * owner = nullptr; ///< null: it has gone
-      std::byte input[ 65536 ];
-   };
-
-   static Stream * ownerOf( const uv_stream_t * stream ) noexcept;
-   static void onRead( uv_stream_t * stream, ssize_t size, const uv_buf_t * buffer );
-   static void onWritten( uv_write_t * request, int status );
-   void end( int code );
+   void onEvent( int events );
+   void read();
+   void arm();
+   void end( const std::string & why );
 
    LoopState & loop_;
-   Socket * socket_;
+   Socket socket_;
+   uv_poll_t * poll_; // libuv needs it until it is closed
+   int armed_ = 0; // the events that it waits for
+   std::function< void( int error ) > connecting_;
    StreamUser * user_ = nullptr; // null before it is connected, and once it has ended
-   std::function< void( int ) > come_;
-   std::size_t writing_ = 0; // bytes of a request that is under way
+   bool blocked_ = false; // the system takes no more at present
+   bool reading_ = true;
+   bool finishing_ = false;
 };
 
 } // namespace Vok::Store::Detail
