@@ -20,13 +20,19 @@ if( TARGET VokStoreNet )
       LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
       INCLUDES DESTINATION "${packageIncludeDir}" )
 endif()
+if( TARGET VokStoreSqlite )
+   install( TARGETS VokStoreSqlite EXPORT FlowTrackingTargets
+      LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+      INCLUDES DESTINATION "${packageIncludeDir}" )
+endif()
 install( EXPORT FlowTrackingTargets DESTINATION "${packageConfigDir}" NAMESPACE FlowTracking:: )
 install( EXPORT VokgenTargets DESTINATION "${packageConfigDir}" NAMESPACE Vok:: )
 
 # Headers: clients write "Vok/Vok.h", "FlowTracker/ApplicationId.h", "Wyre/IntfId.h".
-# What stands on libuv is no client's business.
+# What stands on libuv or SQLite is no client's business.
 install( DIRECTORY Vok store
-   DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h" PATTERN "uv" EXCLUDE )
+   DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h"
+   PATTERN "uv" EXCLUDE REGEX "/store/sqlite/detail" EXCLUDE )
 install( DIRECTORY "${PROJECT_SOURCE_DIR}/Platform/" "${PROJECT_BINARY_DIR}/gen/Platform/"
    DESTINATION "${packageIncludeDir}" FILES_MATCHING PATTERN "*.h" )
 install( DIRECTORY "${PROJECT_BINARY_DIR}/gen/FlowTracker"
