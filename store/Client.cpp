@@ -94,6 +94,11 @@ void Client::list( const std::string & pattern, bool trees,
          std::move( answer ) );
 }
 
+std::uint64_t Client::connections() const noexcept
+{
+   return state_->connections();
+}
+
 void Client::flush()
 {
    state_->flush();
@@ -122,6 +127,7 @@ ClientState::~ClientState()
 
 void ClientState::connected()
 {
+   ++connections_;
    for ( const auto & [ channel, writing ] : writings_ ) {
       writing->open();
    }

@@ -131,6 +131,10 @@ class VOK_EXPORT Client {
    void list( const std::string & pattern, bool trees,
          std::function< void( const std::vector< MountEntry > & ) > answer );
 
+   /// How many connections there have been, the one that there is included. What was answered on an
+   /// earlier one need not hold any more.
+   std::uint64_t connections() const noexcept;
+
    /// Sends the changes of what is written, unless much is on its way already.
    void flush();
 

@@ -114,11 +114,18 @@ void SessionState::refuseWriter(
    refuse( channel, reason, text, path );
 }
 
-void SessionState::closeWriter( std::uint32_t channel )
+// A mount of which nothing was ever told goes with its writer.
+void SessionState::closeWriter( std::uint32_t channel, bool remove )
 {
    const auto at = writers_.find( channel );
-   at->second.mount->writerGone();
+   ServerMount & mount = *at->second.mount;
+   mount.writerGone();
    writers_.erase( at );
+   if ( remove ) {
+      server_.unmount( mount );
+   } else if ( mount.isEmpty() ) {
+      server_.remove( mount );
+   }
 }
 
 // ---- What it reads ----------------------------------------------------------------------------

@@ -177,12 +177,8 @@ void SessionState::on( const ListMounts & message )
 
 void SessionState::on( const Close & message )
 {
-   if ( const auto at = writers_.find( message.channel ); at != writers_.end() ) {
-      ServerMount & mount = *at->second.mount;
-      closeWriter( message.channel );
-      if ( message.remove ) {
-         server_.unmount( mount );
-      }
+   if ( writers_.contains( message.channel ) ) {
+      closeWriter( message.channel, message.remove );
    } else {
       closeReader( message.channel );
    }

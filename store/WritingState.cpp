@@ -27,6 +27,8 @@ void WritingState::open()
 void WritingState::on( const Opened & message )
 {
    const StreamPosition has{ message.stream, message.batch };
+   underWay_.clear();
+   underWayBytes_ = 0;
    NboAttrLog::Out out;
    stream_.write( out ); // so that nothing is pending
    out.clear();
@@ -50,6 +52,10 @@ void WritingState::on( const Refused & message )
 void WritingState::on( const Acknowledged & message )
 {
    store_.moveTo( message.batch );
+   while ( !underWay_.empty() && underWay_.front().batch <= message.batch ) {
+      underWayBytes_ -= underWay_.front().bytes;
+      underWay_.pop_front();
+   }
 }
 
 void WritingState::disconnected() noexcept
@@ -68,10 +74,14 @@ void WritingState::on( const PassedOver & message )
    passedOver_.insert( passedOver_.end(), message.texts.begin(), message.texts.end() );
 }
 
+bool WritingState::mayGo() const noexcept
+{
+   return kept_ ? underWay_.empty() : underWayBytes_ < underWayMost;
+}
+
 void WritingState::flush()
 {
-   const bool waits = kept_ && store_.position() != stream_.position();
-   if ( !open_ || waits || !stream_.hasChanges() || client->carrier().busy() ) {
+   if ( !open_ || !mayGo() || !stream_.hasChanges() || client->carrier().busy() ) {
       return;
    }
    NboAttrLog::Out out;
@@ -81,6 +91,8 @@ void WritingState::flush()
 
 void WritingState::send( const NboAttrLog::Out & batch )
 {
+   underWay_.push_back( { stream_.position().batch, batch.size() } );
+   underWayBytes_ += batch.size();
    client->carrier().sendBatch( channel,
          std::make_shared< const Bytes >( batch.bytes().begin(), batch.bytes().end() ) );
 }

@@ -40,7 +40,7 @@ void BatchApply::prepare()
    }
    for ( const auto & intro : intros_ ) {
       if ( intro->entity && !intro->recorded ) {
-         apply( { intro->number, intro->type, true, In( nullptr, 0 ) } ); // all at its defaults
+         apply( { intro->number, intro->type, true } ); // all at its defaults
       }
    }
    makeSlots();
@@ -95,7 +95,7 @@ void BatchApply::scan()
    In in = frame_.content;
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types_ );
-      Record record{ head.number, head.typeNumber, head.whole(), In( nullptr, 0 ) };
+      Record record{ head.number, head.typeNumber, head.whole() };
       if ( head.kind == Batch::RecordKind::outside ) {
          if ( const Intro * const placed = introOf( head.number ); !placed ) {
             Intro intro;
@@ -116,13 +116,18 @@ void BatchApply::scan()
       } else if ( const auto * const slot = reader_.slots_.find( head.number );
                   !slot || slot->value->type != head.typeNumber ) {
          throw Exception( "a batch changes an entity that the reader was not told of" );
-      } else if ( head.kind == Batch::RecordKind::left ) {
-         left_.push_back( slot->value.get() );
+      } else {
+         record.slot = slot->value.get();
+         if ( head.kind == Batch::RecordKind::left ) {
+            left_.push_back( record.slot );
+         }
       }
       const In start = in;
       eachAttribute( in, *types_[ head.typeNumber ], []( const ReadRow &, In ) {} );
       record.attributes = In( start.position(), start.remaining() - in.remaining() );
-      introduceChildren( record );
+      if ( types_[ head.typeNumber ]->hasEntities ) {
+         introduceChildren( record );
+      }
       records_.push_back( record );
    }
 }
@@ -238,7 +243,9 @@ void BatchApply::commit() noexcept
       node->value = std::move( newSlots_[ i ] );
    }
    wholeSlots_.clear();
-   ++reader_.shapeChanges_;
+   if ( frame_.whole || !newSlots_.empty() || !left_.empty() ) {
+      ++reader_.shapeChanges_; // what leaves its parent counts by itself
+   }
    reader_.stream_ = frame_.stream;
    reader_.last_ = frame_.number;
    reader_.types_.swap( types_ );

@@ -53,6 +53,7 @@ class BatchApply {
       std::uint32_t type = 0;
       bool whole = false;
       NboAttrLog::In attributes{ nullptr, 0 };
+      ReplicaSlot * slot = nullptr; ///< of an entity that changes
    };
 
    /// Arguments of an introduced entity, read.
@@ -124,6 +125,7 @@ class BatchApply {
    HSet< const Entity * > claimed_; // outside the tree, found again
    std::vector< std::unique_ptr< ReplicaSlot > > newSlots_; // by intro, null for ignored ones
    ReplicaSlots wholeSlots_; // those of a whole tree
+   std::vector< ReplicaSlot * > line_; // used while an entity's place is checked
    std::vector< ReplicaSlot * > left_; // slots whose entities are outside the tree from now on
    PendingTell pending_;
    std::vector< Corvo::String > passedOver_;

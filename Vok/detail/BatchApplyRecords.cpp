@@ -61,7 +61,12 @@ bool differs( const AttributeRow & row, const void * storage, const void * next 
 void BatchApply::apply( const Record & record )
 {
    const Intro * const intro = introOf( record.number );
-   const Corvo::Ptr< Entity > entity = entityOf( record.number );
+   Corvo::Ptr< Entity > entity;
+   if ( intro ) {
+      entity = intro->entity;
+   } else if ( record.slot && inPlace( *record.slot ) ) {
+      entity = record.slot->link.entity;
+   }
    const ReadType & type = *types_[ record.type ];
    if ( !entity ) {
       // Nothing to be changed; what this side does not know is said all the same.
@@ -177,11 +182,13 @@ std::vector< EntityOp > BatchApply::readEntityOps(
 void BatchApply::applyExisting( Entity & entity, const Record & record )
 {
    const ReadType & type = *types_[ record.type ];
-   std::vector< bool > mentioned( type.rows.size() );
+   std::vector< bool > mentioned( record.whole ? type.rows.size() : 0 );
    In in = record.attributes;
    if ( in.remaining() != 0 ) {
       eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
-         mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         if ( record.whole ) {
+            mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         }
          if ( row.own ) {
             stageAttribute( entity, row, payload );
          } else {
@@ -225,7 +232,7 @@ void BatchApply::stageValue( Entity & entity, const AttributeRow & row, OwnedVal
       pending_.add(
             std::make_unique< StagedWord >( row, storage, std::move( next ) ), entity, row.id );
    } else {
-      pending_.add( std::make_unique< StagedValue >( storage, std::move( next ) ), entity, row.id );
+      pending_.addValue( storage, std::move( next ), entity, row.id );
    }
 }
 

@@ -7,30 +7,6 @@
 
 namespace Vok::Detail {
 
-namespace {
-
-// Most significant byte first: the order of the texts is that of the attributes.
-Corvo::String placeOf( std::uint32_t index, std::string_view key )
-{
-   std::string place;
-   place.reserve( HistoryItem::headSize + key.size() );
-   for ( int shift = 24; shift >= 0; shift -= 8 ) {
-      place.push_back( static_cast< char >( index >> shift & 0xff ) );
-   }
-   return Corvo::String( place.append( key ) );
-}
-
-} // namespace
-
-std::uint32_t HistoryItem::index() const noexcept
-{
-   std::uint32_t index = 0;
-   for ( std::size_t i = 0; i != headSize; ++i ) {
-      index = index << 8 | static_cast< unsigned char >( place.view()[ i ] );
-   }
-   return index;
-}
-
 BatchPlace::BatchPlace( BatchWriter & stream ) : writer( &stream )
 {
    writer->enter( *this );
@@ -45,68 +21,106 @@ BatchPlace::~BatchPlace()
 
 NodeHistory::~NodeHistory()
 {
-   for ( decltype( items_ )::Cursor cursor( items_ ); !cursor.atEnd(); cursor.next() ) {
-      node_.writer->history_.remove( *cursor.node()->value );
+   for ( const Attribute & attribute : attributes_ ) {
+      if ( attribute.whole ) {
+         node_.writer->history_.remove( *attribute.whole );
+      }
+      if ( attribute.keys ) {
+         for ( Keys::Cursor cursor( *attribute.keys ); !cursor.atEnd(); cursor.next() ) {
+            node_.writer->history_.remove( *cursor.node()->value );
+         }
+      }
    }
+}
+
+NodeHistory::Attributes::iterator NodeHistory::find( std::uint32_t index ) noexcept
+{
+   return std::find_if( attributes_.begin(), attributes_.end(),
+         [ index ]( const Attribute & attribute ) { return attribute.index == index; } );
+}
+
+std::unique_ptr< HistoryItem > NodeHistory::newItem( std::uint32_t index, std::string_view key )
+{
+   return std::make_unique< HistoryItem >( HistoryItem{ &node_, index, false, 0, key, {} } );
+}
+
+// What stands for the key, which is made where nothing does; with its attribute, so that none
+// stays empty where memory ends.
+HistoryItem & NodeHistory::item( std::uint32_t index, std::string_view key )
+{
+   auto at = find( index );
+   if ( at != attributes_.end() && key.empty() && at->whole ) {
+      return *at->whole;
+   }
+   if ( at != attributes_.end() && !key.empty() && at->keys ) {
+      return *at->keys->findOrInsert( key, [ & ] { return Item{ newItem( index, key ) }; } )
+                   .first->value;
+   }
+   Attribute fresh{ index, nullptr, nullptr };
+   HistoryItem * made = nullptr;
+   if ( key.empty() ) {
+      fresh.whole = newItem( index, key );
+      made = fresh.whole.get();
+   } else {
+      fresh.keys = std::make_unique< Keys >();
+      made = fresh.keys->findOrInsert( key, [ & ] { return Item{ newItem( index, key ) }; } )
+                   .first->value.get();
+   }
+   if ( at == attributes_.end() ) {
+      attributes_.push_back( std::move( fresh ) );
+   } else if ( fresh.whole ) {
+      at->whole = std::move( fresh.whole );
+   } else {
+      at->keys = std::move( fresh.keys );
+   }
+   return *made;
 }
 
 void NodeHistory::note( std::uint64_t batch, std::uint32_t index, std::string_view key, bool gone )
 {
-   const Corvo::String place = placeOf( index, key );
-   const auto [ at, inserted ] = items_.findOrInsert( place, [ & ] {
-      auto item = std::make_unique< HistoryItem >();
-      item->node = &node_;
-      item->place = place;
-      return Item{ std::move( item ) };
-   } );
-   HistoryItem & item = *at->value;
-   if ( item.gone != gone ) {
-      count( item, gone );
-      item.gone = gone;
+   HistoryItem & noted = item( index, key );
+   if ( noted.gone != gone ) {
+      find( index )->gone += gone ? 1 : std::size_t( -1 );
+      noted.gone = gone;
    }
-   item.batch = batch;
-   node_.writer->history_.remove( item );
-   node_.writer->history_.push( item );
+   noted.batch = batch;
+   node_.writer->history_.remove( noted );
+   node_.writer->history_.push( noted );
 }
 
-void NodeHistory::count( const HistoryItem & item, bool gone )
+std::size_t NodeHistory::gone( std::uint32_t index ) noexcept
 {
-   const std::uint32_t index = item.index();
-   auto at = std::find_if(
-         gone_.begin(), gone_.end(), [ & ]( const auto & entry ) { return entry.first == index; } );
-   if ( at == gone_.end() ) {
-      at = gone_.insert( at, { index, 0 } );
-   }
-   at->second += gone ? 1 : std::size_t( -1 );
-}
-
-std::size_t NodeHistory::gone( std::uint32_t index ) const noexcept
-{
-   for ( const auto & [ attribute, count ] : gone_ ) {
-      if ( attribute == index ) {
-         return count;
-      }
-   }
-   return 0;
+   const auto at = find( index );
+   return at == attributes_.end() ? 0 : at->gone;
 }
 
 void NodeHistory::noteWhole( std::uint64_t batch, std::uint32_t index )
 {
    note( batch, index, {}, false );
-   for ( decltype( items_ )::Cursor cursor( items_ ); !cursor.atEnd(); cursor.next() ) {
-      if ( HistoryItem & item = *cursor.node()->value; item.hasKey() && item.index() == index ) {
-         forget( item );
-      }
+   Attribute & attribute = *find( index );
+   for ( Keys::Cursor cursor( *attribute.keys ); !cursor.atEnd(); cursor.next() ) {
+      node_.writer->history_.remove( *cursor.node()->value );
    }
+   attribute.keys.reset();
+   attribute.gone = 0;
 }
 
 void NodeHistory::forget( const HistoryItem & item ) noexcept
 {
-   if ( item.gone ) {
-      count( item, false ); // has an entry: takes no memory
-   }
+   const auto at = find( item.index );
    node_.writer->history_.remove( const_cast< HistoryItem & >( item ) );
-   items_.take( Corvo::String( item.place ) );
+   if ( item.hasKey() ) {
+      at->gone -= item.gone ? 1 : 0;
+      at->keys->take( Corvo::String( item.key ) );
+      if ( at->keys->empty() ) {
+         at->keys.reset();
+      }
+   } else {
+      at->whole.reset();
+   }
+   if ( !at->whole && !at->keys ) {
+      attributes_.erase( at );
+   }
 }
 
 } // namespace Vok::Detail

@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Vok::Detail {
@@ -38,23 +37,20 @@ struct HistoryItem {
    /// What stands for an attribute where the entity left the tree.
    static constexpr std::uint32_t leftTree = 0xffffffff;
 
-   BatchWriter::Node * node = nullptr;
-   Corvo::String place; ///< the attribute's number in its table, and the key as a log has it
-   std::uint64_t batch = 0; ///< the last one with it
+   BatchWriter::Node * node;
+   std::uint32_t index; ///< the attribute's number in its table
    bool gone = false; ///< there is no member under the key
+   std::uint64_t batch = 0; ///< the last one with it
+   Corvo::String key; ///< as a log has it; empty: the attribute as a whole
    ListLink< HistoryItem > links[ 1 ];
 
-   static constexpr std::size_t headSize = sizeof( std::uint32_t );
-
-   std::uint32_t index() const noexcept;
-   bool hasKey() const noexcept { return place.size() != headSize; }
-   std::string_view key() const noexcept { return place.view().substr( headSize ); }
+   bool hasKey() const noexcept { return !key.empty(); }
 };
 
-struct HistoryPlace {
+struct HistoryKey {
    const Corvo::String & operator()( const std::unique_ptr< HistoryItem > & item ) const noexcept
    {
-      return item->place;
+      return item->key;
    }
 };
 
@@ -70,22 +66,33 @@ class NodeHistory {
    void note( std::uint64_t batch, std::uint32_t index, std::string_view key, bool gone );
 
    /// How many keys of a collection are noted that have no member.
-   std::size_t gone( std::uint32_t index ) const noexcept;
+   std::size_t gone( std::uint32_t index ) noexcept;
 
    /// Notes the whole collection in place of its keys.
    void noteWhole( std::uint64_t batch, std::uint32_t index );
 
    void forget( const HistoryItem & item ) noexcept;
-   bool empty() const noexcept { return items_.empty(); }
+   bool empty() const noexcept { return attributes_.empty(); }
 
  private:
-   using Item = KeyedNode< std::unique_ptr< HistoryItem >, HistoryPlace >;
+   using Item = KeyedNode< std::unique_ptr< HistoryItem >, HistoryKey >;
+   using Keys = HashMap2018< Item, Corvo::String, std::unique_ptr< HistoryItem > >;
 
-   void count( const HistoryItem & item, bool gone );
+   /// One attribute of the entity. At least one of the two is there.
+   struct Attribute {
+      std::uint32_t index;
+      std::unique_ptr< HistoryItem > whole;
+      std::unique_ptr< Keys > keys;
+      std::size_t gone = 0; ///< keys without member
+   };
+   using Attributes = std::vector< Attribute >; // entities have few that change
+
+   Attributes::iterator find( std::uint32_t index ) noexcept;
+   HistoryItem & item( std::uint32_t index, std::string_view key );
+   std::unique_ptr< HistoryItem > newItem( std::uint32_t index, std::string_view key );
 
    BatchWriter::Node & node_;
-   HashMap2018< Item, Corvo::String, std::unique_ptr< HistoryItem > > items_;
-   std::vector< std::pair< std::uint32_t, std::size_t > > gone_; // by attribute
+   Attributes attributes_;
 };
 
 /// What one reader is told that is not where the stream is.

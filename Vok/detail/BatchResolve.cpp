@@ -52,14 +52,14 @@ Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const Attribute
 // deleted it, or something above it. What was found once holds until something leaves its parent.
 bool BatchApply::inPlace( ReplicaSlot & slot )
 {
-   std::vector< ReplicaSlot * > line;
+   line_.clear();
    bool there = true;
    for ( ReplicaSlot * at = &slot; at->verified != reader_.shapeChanges_; ) {
       if ( !at->link.entity ) {
          there = false;
          break;
       }
-      line.push_back( at );
+      line_.push_back( at );
       if ( at->outside || at->link.entity == reader_.root_.get() ) {
          break;
       }
@@ -72,7 +72,7 @@ bool BatchApply::inPlace( ReplicaSlot & slot )
       at = above->value.get();
    }
    if ( there ) {
-      for ( ReplicaSlot * const found : line ) {
+      for ( ReplicaSlot * const found : line_ ) {
          found->verified = reader_.shapeChanges_;
       }
    }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <tuple>
 
 namespace Vok::Detail {
 
@@ -172,7 +173,8 @@ void BatchWriter::writeMissed( std::uint64_t since )
       }
    }
    std::sort( items.begin(), items.end(), []( const HistoryItem * a, const HistoryItem * b ) {
-      return a->node != b->node ? a->node->number < b->node->number : a->place < b->place;
+      return std::tie( a->node->number, a->index, a->key ) <
+            std::tie( b->node->number, b->index, b->key );
    } );
    for ( auto first = items.begin(); first != items.end(); ) {
       const auto last = std::find_if( first, items.end(),
@@ -194,7 +196,7 @@ void BatchWriter::writeMissedOf(
    for ( std::size_t i = 0; i != types_[ type ]->rows.size(); ++i ) {
       const WrittenRow & written = types_[ type ]->rows[ i ];
       std::size_t count = 0;
-      while ( count != items.size() && items[ count ]->index() == written.index ) {
+      while ( count != items.size() && items[ count ]->index == written.index ) {
          ++count;
       }
       if ( count == 0 ) {
@@ -227,7 +229,7 @@ void BatchWriter::writeMissedMembers(
          continue;
       }
       OwnedValue key( *row.key );
-      const std::string_view bytes = item->key();
+      const std::string_view bytes = item->key.view();
       NboAttrLog::In in( reinterpret_cast< const std::byte * >( bytes.data() ), bytes.size() );
       row.key->decode( in, key.data() );
       writeChangedMember( node, row, key.data() );

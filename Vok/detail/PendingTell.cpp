@@ -16,10 +16,21 @@ PendingTell::~PendingTell()
 void PendingTell::add( std::unique_ptr< Staged > change, Entity & owner, AttrId id )
 {
    if ( change ) {
-      change->owner = Corvo::Ptr< Entity >( &owner );
-      change->id = id;
-      entries_.push_back( { std::move( change ) } );
+      others_.push_back( std::move( change ) );
+      add( *others_.back(), owner, id );
    }
+}
+
+void PendingTell::addValue( void * storage, OwnedValue next, Entity & owner, AttrId id )
+{
+   add( values_.emplace_back( storage, std::move( next ) ), owner, id );
+}
+
+void PendingTell::add( Staged & change, Entity & owner, AttrId id )
+{
+   change.owner = Corvo::Ptr< Entity >( &owner );
+   change.id = id;
+   entries_.push_back( { &change } );
 }
 
 void PendingTell::hold( Entry & entry ) noexcept

@@ -6,6 +6,7 @@
 #include "Vok/detail/Staged.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -22,6 +23,9 @@ class PendingTell {
    /// Takes a change in; null is none. Throws std::bad_alloc.
    void add( std::unique_ptr< Staged > change, Entity & owner, AttrId id );
 
+   /// The same for the most frequent kind, many of which are in one block of memory.
+   void addValue( void * storage, OwnedValue next, Entity & owner, AttrId id );
+
    /// Stores all changes. Who is attached now will be told; who attaches later will not.
    void commit() noexcept;
 
@@ -31,15 +35,18 @@ class PendingTell {
 
  private:
    struct Entry {
-      std::unique_ptr< Staged > change;
+      Staged * change;
       std::uint32_t upTo = 0; // the notifiees to be told: those that were there
       bool held = false; // the list of notifiees is kept from moving together
    };
 
+   void add( Staged & change, Entity & owner, AttrId id );
    static void hold( Entry & entry ) noexcept;
    static void letGo( Entry & entry ) noexcept;
 
-   std::vector< Entry > entries_;
+   std::deque< StagedValue > values_;
+   std::vector< std::unique_ptr< Staged > > others_;
+   std::vector< Entry > entries_; // of all, in their order
 };
 
 } // namespace Vok::Detail

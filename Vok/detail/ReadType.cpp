@@ -158,6 +158,7 @@ void readRows( In & in, ReadType & type, std::size_t & unknownRows )
       if ( row.own && std::any_of( type.rows.begin(), type.rows.end(), same ) ) {
          incompatible( type.name, row.name, "a stream describes it twice" );
       }
+      type.hasEntities = type.hasEntities || row.hasEntities();
       type.rows.push_back( std::move( row ) );
    }
 }

@@ -48,6 +48,7 @@ struct ReadType {
    const TypeData * own = nullptr;
    std::vector< ReadArgument > arguments;
    std::vector< ReadRow > rows;
+   bool hasEntities = false; ///< one of the rows has
 };
 
 using ReadTypes = std::vector< std::shared_ptr< const ReadType > >;

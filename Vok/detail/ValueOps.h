@@ -36,6 +36,7 @@ struct ValueOps {
    void ( *decode )( NboAttrLog::In & in, void * into );
    void ( *check )( NboAttrLog::In & in ); ///< throws what `decode` would, and keeps nothing
    std::uint32_t fixedLogSize; ///< bytes in a log where every value takes as many, else 0
+   bool relocatable; ///< see Relocate.h
 
    Corvo::String text( const void * value ) const
    {
@@ -45,57 +46,71 @@ struct ValueOps {
    }
 };
 
-/// A value whose type is known by its operations, in storage of its own.
+/// A value whose type is known by its operations, in storage of its own. That of a small one, which
+/// may be moved by copying its bytes, stands in the object itself; its address is another after a
+/// move. One that was moved from is only destroyed or assigned to.
 class OwnedValue {
  public:
    /// A default value.
-   explicit OwnedValue( const ValueOps & ops ) : ops_( &ops ),
-                                                 memory_( allocate( ops ) )
+   explicit OwnedValue( const ValueOps & ops ) : ops_( &ops )
    {
-      build( [ this ] { ops_->construct( memory_ ); } );
+      build( [ this ]( void * raw ) { ops_->construct( raw ); } );
    }
 
    /// A copy of `from`.
-   OwnedValue( const ValueOps & ops, const void * from ) : ops_( &ops ),
-                                                           memory_( allocate( ops ) )
+   OwnedValue( const ValueOps & ops, const void * from ) : ops_( &ops )
    {
-      build( [ this, from ] { ops_->copy( memory_, from ); } );
+      build( [ this, from ]( void * raw ) { ops_->copy( raw, from ); } );
    }
 
-   OwnedValue( const OwnedValue & other ) : OwnedValue( *other.ops_, other.memory_ ) {}
+   OwnedValue( const OwnedValue & other ) : OwnedValue( *other.ops_, other.data() ) {}
    OwnedValue( OwnedValue && other ) noexcept
-         : ops_( other.ops_ ),
-           memory_( std::exchange( other.memory_, nullptr ) )
+         : ops_( std::exchange( other.ops_, nullptr ) ),
+           storage_( other.storage_ )
    {
    }
    OwnedValue & operator=( OwnedValue other ) noexcept
    {
       std::swap( ops_, other.ops_ );
-      std::swap( memory_, other.memory_ );
+      std::swap( storage_, other.storage_ );
       return *this;
    }
    ~OwnedValue()
    {
-      if ( memory_ ) {
-         ops_->destroy( memory_ );
+      if ( ops_ ) {
+         ops_->destroy( data() );
          free();
       }
    }
 
    const ValueOps & ops() const noexcept { return *ops_; }
-   void * data() noexcept { return memory_; }
-   const void * data() const noexcept { return memory_; }
+   void * data() noexcept { return standsHere() ? storage_.bytes : storage_.memory; }
+   const void * data() const noexcept { return const_cast< OwnedValue * >( this )->data(); }
 
  private:
-   static void * allocate( const ValueOps & ops )
+   union Storage {
+      void * memory = nullptr;
+      alignas( void * ) std::byte bytes[ 2 * sizeof( void * ) ];
+   };
+
+   bool standsHere() const noexcept
    {
-      return ::operator new( ops.size, std::align_val_t( ops.alignment ) );
+      return ops_->size <= sizeof( Storage ) && ops_->alignment <= alignof( Storage ) &&
+            ops_->relocatable;
    }
-   void free() noexcept { ::operator delete( memory_, std::align_val_t( ops_->alignment ) ); }
+   void free() noexcept
+   {
+      if ( !standsHere() ) {
+         ::operator delete( storage_.memory, std::align_val_t( ops_->alignment ) );
+      }
+   }
    template< class Build > void build( Build construct )
    {
+      if ( !standsHere() ) {
+         storage_.memory = ::operator new( ops_->size, std::align_val_t( ops_->alignment ) );
+      }
       try {
-         construct();
+         construct( data() );
       } catch ( ... ) {
          free();
          throw;
@@ -103,7 +118,7 @@ class OwnedValue {
    }
 
    const ValueOps * ops_;
-   void * memory_;
+   Storage storage_;
 };
 
 } // namespace Vok::Detail

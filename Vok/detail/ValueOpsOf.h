@@ -4,6 +4,7 @@
 
 #include "Vok/ValueType.h"
 #include "Vok/detail/AnyValue.h"
+#include "Vok/detail/Relocate.h"
 #include "Vok/detail/ValueOps.h"
 
 namespace Vok::Detail {
@@ -70,7 +71,7 @@ template< class V > struct ValueOpsOf {
    {
       ValueOps ops{ &typeid( V ), Type::name, sizeof( V ), alignof( V ), construct, copy, destroy,
          swap, equal, nullptr, nullptr, print, nullptr, encode, decode, check,
-         fixedLogSize< V >() };
+         fixedLogSize< V >(), relocatable< V > };
       if constexpr ( requires( const V & v ) { { v < v } -> std::convertible_to< bool >; } ) {
          ops.less = less;
       }

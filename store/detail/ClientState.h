@@ -5,7 +5,9 @@
 #include "store/Client.h"
 #include "store/Path.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -45,6 +47,17 @@ class WritingState {
    bool remove = false;
 
  private:
+   /// A batch that the store has not acknowledged.
+   struct UnderWay {
+      std::uint64_t batch;
+      std::size_t bytes;
+   };
+
+   /// What may be under way together. What changes while it is goes in one batch behind it, so that
+   /// a store that is slower than its writer is told what is, not all that was.
+   static constexpr std::size_t underWayMost = 4096;
+
+   bool mayGo() const noexcept;
    void send( const NboAttrLog::Out & batch );
 
    std::string path_;
@@ -52,8 +65,10 @@ class WritingState {
    bool takeOver_;
    EntityVokNboAttrLogSa stream_;
    StreamPlace store_{ stream_ };
+   std::deque< UnderWay > underWay_;
+   std::size_t underWayBytes_ = 0;
    bool open_ = false;
-   bool kept_ = false; // a batch is sent once the one before is acknowledged
+   bool kept_ = false; // one batch is under way at a time
    std::string refusal_;
    std::string problem_;
    std::vector< std::string > passedOver_;
@@ -130,6 +145,7 @@ class ClientState final : public CarrierUser {
    void remove( WritingState & writing );
    void remove( ReadingState & reading );
    void ask( ListMounts message, Answer answer );
+   std::uint64_t connections() const noexcept { return connections_; }
 
    // CarrierUser
    void connected() override;
@@ -154,6 +170,7 @@ class ClientState final : public CarrierUser {
 
    Carrier & carrier_;
    std::uint32_t lastChannel_ = 0;
+   std::uint64_t connections_ = 0;
    std::map< std::uint32_t, std::shared_ptr< WritingState > > writings_;
    std::map< std::uint32_t, std::shared_ptr< ReadingState > > readings_;
    std::map< std::uint32_t, Question > questions_;

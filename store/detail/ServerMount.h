@@ -51,6 +51,9 @@ class ServerMount {
    std::optional< Server::TreeInfo > tree();
    bool hasTree() const noexcept { return out_.position().batch != 0; }
 
+   /// Nothing was ever told of it, and nothing was kept.
+   bool isEmpty() const noexcept { return in_.position().batch == 0 && !hasTree(); }
+
    /// Takes what was kept of it. Throws NboAttrLog::Exception.
    void recover( const Keeper::Kept & kept );
 

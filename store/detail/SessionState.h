@@ -79,7 +79,7 @@ class SessionState {
    void read( std::uint32_t channel, Pattern & pattern, ServerMount & mount,
          const StreamPosition & has );
    void leave( MountReader & reader );
-   void closeWriter( std::uint32_t channel );
+   void closeWriter( std::uint32_t channel, bool remove = false );
    void closeReader( std::uint32_t channel );
    std::string user() const;
 

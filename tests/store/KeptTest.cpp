@@ -189,6 +189,24 @@ TEST_F( KeptTest, aStoreThatBeginsAnewHasWhatWasKept )
    EXPECT_EQ( replica().mid(), 5 );
 }
 
+TEST_F( KeptTest, whatWasKeptStaysThoughAWriterComesAndGoesWithoutAWord )
+{
+   root->midIs( 1 );
+   settled();
+   crash();
+   reader.connect();
+   settled();
+   writer.connect();
+   while ( store.server->mounts().front().stale && writer.toStore( 1 ) ) {
+   }
+   ASSERT_FALSE( store.server->mounts().front().stale );
+   writer.disconnect();
+   settled();
+   ASSERT_EQ( store.server->mounts().size(), 1U );
+   EXPECT_TRUE( mounts.gone.empty() );
+   EXPECT_EQ( replica().mid(), 1 );
+}
+
 TEST_F( KeptTest, aWriterThatComesBackDuringABatchGoesOnBehindIt )
 {
    settled();

@@ -3,8 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <numeric>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -74,6 +79,25 @@ TEST_F( StoreTest, aMountIsShownOnceItsWriterHasToldIt )
    EXPECT_FALSE( mounts.roots.contains( "b" ) );
    settle( store, { &silent, &reader } );
    EXPECT_TRUE( mounts.roots.contains( "b" ) );
+}
+
+/// Whoever was told of it in a list would wait for its tree for ever.
+TEST_F( StoreTest, aMountOfWhichNothingWasToldGoesWithItsWriter )
+{
+   const auto writingOther = other.client.write( "a/second", root );
+   other.connect();
+   while ( other.toStore( 1 ) && store.server->mounts().size() != 1 ) {
+   }
+   ASSERT_EQ( store.server->mounts().front().path, "a/second" );
+   other.disconnect();
+   EXPECT_TRUE( store.server->mounts().empty() );
+   settled();
+   EXPECT_EQ( store.server->mounts().size(), 1U );
+   other.connect();
+   settled();
+   EXPECT_EQ( store.server->mounts().size(), 2U );
+   other.disconnect();
+   EXPECT_EQ( store.server->mounts().size(), 2U );
 }
 
 TEST_F( StoreTest, patternsMatchMountsThatComeLater )
@@ -211,6 +235,39 @@ TEST_F( StoreTest, aReaderThatDoesNotReadIsBehindAndNobodyWaits )
    settled();
    EXPECT_LT( reader.received, 200000U ); // of two million
    EXPECT_EQ( Vok::treeDigest( replica() ), Vok::treeDigest( *root ) );
+}
+
+/// Whoever writes faster than the store takes it keeps no queue: one batch says what is.
+TEST_F( StoreTest, aStoreThatDoesNotTakeWhatIsWrittenIsToldWhatIsInTheEnd )
+{
+   settled();
+   const auto write = [ & ]( int first ) {
+      for ( int i = 0; i != 10000; ++i ) {
+         root->midIs( static_cast< std::uint16_t >( first + i % 7 ) );
+         writer.client.flush();
+      }
+   };
+   const auto waiting = [ & ] {
+      std::vector< std::span< const std::byte > > pieces( 1000 );
+      pieces.resize( writer.wire.outputs( pieces ) );
+      return std::accumulate( pieces.begin(), pieces.end(), std::size_t{ 0 },
+            []( std::size_t sum, const auto & piece ) { return sum + piece.size(); } );
+   };
+   write( 1 );
+   const std::size_t waits = waiting();
+   EXPECT_GE( waits, 4096U );
+   EXPECT_LT( waits, 3 * 4096U ); // with the heads of messages
+   write( 10 );
+   EXPECT_EQ( waiting(), waits );
+   const std::uint64_t before = store.server->counters().batchesIn;
+   root->midIs( 100 );
+   settled();
+   EXPECT_EQ( replica().mid(), 100 );
+   EXPECT_LT( store.server->counters().batchesIn - before, 200U );
+   EXPECT_TRUE( writing->settled() );
+   root->midIs( 101 ); // what was acknowledged is not under way any more
+   writer.client.flush();
+   EXPECT_GT( waiting(), 0U );
 }
 
 TEST_F( StoreTest, aMountThatIsRemovedIsGone )
