@@ -3,6 +3,7 @@
 
 #include "Vok/Entity.h"
 #include "Vok/ModuleInspectData.h"
+#include "Vok/Path.h"
 #include "Vok/TypeData.h"
 #include "Vok/detail/CollectionOps.h"
 #include "Vok/detail/Storage.h"
@@ -29,6 +30,81 @@ void Follower::onChange( const Corvo::Change & change )
       const std::shared_ptr< const Told > told = told_;
       ( *told )( change );
    }
+}
+
+namespace {
+
+bool isChild( const AttributeData & attribute )
+{
+   return attribute.kind() == AttributeKind::children || attribute.kind() == AttributeKind::child;
+}
+
+// Calls f with an entity and all that is below it, without recursion: a tree may be deeper than the
+// stack.
+template< class F > void eachBelow( const Entity & top, F f )
+{
+   std::vector< const Entity * > waiting{ &top };
+   while ( !waiting.empty() ) {
+      const Entity & entity = *waiting.back();
+      waiting.pop_back();
+      f( entity );
+      for ( const AttributeData & attribute : entity.typeData().attributes() ) {
+         const Detail::AttributeRow & row = attribute.row();
+         if ( isChild( attribute ) ) {
+            row.collection->each( Detail::storageOf( entity, row ),
+                  [ & ]( const void *, const void * child ) {
+                     waiting.push_back( row.collection->pointee( child ) );
+                     return true;
+                  } );
+         }
+      }
+   }
+}
+
+const AttributeData & changedAttribute( const Corvo::Change & change )
+{
+   const auto attributes = change.entity.typeData().attributes();
+   return *std::find_if( attributes.begin(), attributes.end(),
+         [ & ]( const AttributeData & attribute ) { return attribute.id() == change.attrId; } );
+}
+
+} // namespace
+
+TreeFollower::TreeFollower( const Entity & root, Told told )
+      : told_( std::make_shared< const Told >( std::move( told ) ) )
+{
+   attach( root );
+}
+
+void TreeFollower::attach( const Entity & top )
+{
+   eachBelow( top, [ this ]( const Entity & entity ) { entity.publisher().notifieeIs( this ); } );
+}
+
+void TreeFollower::detach( const Entity & top )
+{
+   eachBelow( top, [ this ]( const Entity & entity ) { entity.publisher().notifieeDel( this ); } );
+}
+
+void TreeFollower::onChange( const Corvo::Change & change )
+{
+   const AttributeData & attribute = changedAttribute( change );
+   if ( isChild( attribute ) ) {
+      const Detail::AttributeRow & row = attribute.row();
+      if ( change.hasOldValue() ) {
+         const Entity * const gone = row.collection->pointee( change.oldValueAddress() );
+         if ( &rootOf( *gone ) != &rootOf( change.entity ) ) { // it may have come back meanwhile
+            detach( *gone );
+         }
+      }
+      const Entity * const here = row.collection->entity(
+            Detail::storageOf( change.entity, row ), change.keyAddress() );
+      if ( here ) {
+         attach( *here );
+      }
+   }
+   const std::shared_ptr< const Told > told = told_;
+   ( *told )( change, attribute );
 }
 
 void Deferred::run()

@@ -1,5 +1,6 @@
-// What agents do with changes: following one attribute or one member, acting once for many changes,
-// waiting for a condition, and keeping the members of one collection like those of another.
+// What agents do with changes: following one attribute, one member or a whole tree, acting once for
+// many changes, waiting for a condition, and keeping the members of one collection like those of
+// another.
 //
 //    Vok::Deferred derive( [ & ] { deriveFrom( *config ); } );
 //    Vok::Follower rate( *config, Config::sampleRateAttrId, [ & ]( const Corvo::Change & ) {
@@ -61,6 +62,28 @@ class VOK_EXPORT Follower final : public Corvo::Notifiee {
    }
 
    AttrId attribute_;
+   std::shared_ptr< const Told > told_; // which lives as long as it runs
+};
+
+/// Hears of every change of an entity and of what is below it, children that come later included,
+/// from its construction until its destruction, which `told` may bring about. A child that comes is
+/// told as a change of its parent; what it holds by then is not. One that has left the tree is not
+/// heard any more. What `told` throws, the mutator's caller gets.
+class VOK_EXPORT TreeFollower final : public Corvo::Notifiee {
+ public:
+   /// `attribute` is the one of `change.entity` that changed.
+   using Told =
+         std::function< void( const Corvo::Change & change, const AttributeData & attribute ) >;
+
+   /// Costs one walk over the tree.
+   TreeFollower( const Entity & root, Told told );
+
+   void onChange( const Corvo::Change & change ) override;
+
+ private:
+   void attach( const Entity & top );
+   void detach( const Entity & top );
+
    std::shared_ptr< const Told > told_; // which lives as long as it runs
 };
 

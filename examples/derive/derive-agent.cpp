@@ -6,12 +6,12 @@
 // anybody gets it: killed and started again, it goes on from there, with the numbers of trackers
 // that it gave out. When the operator leaves it says what it has, and whether that is what one
 // derivation from nothing gives.
-#include "Deriver.h"
-#include "History.h"
 #include "Kept.h"
 #include "Link.h"
-#include "StatusReport.h"
-#include "SystemResolver.h"
+#include "tools/derive/Deriver.h"
+#include "tools/derive/History.h"
+#include "tools/derive/StatusReport.h"
+#include "tools/derive/SystemResolver.h"
 
 #include <chrono>
 #include <exception>

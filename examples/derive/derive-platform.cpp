@@ -5,7 +5,7 @@
 // It connects to the agent that listens in DIR. It has room for three trackers, and tracks nothing
 // on subinterfaces. When the agent has gone it says what it has.
 #include "Link.h"
-#include "Platform.h"
+#include "tools/derive/Platform.h"
 
 #include "FlowTracker/FlowTrackerStatus.h"
 

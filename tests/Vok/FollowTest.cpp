@@ -1,4 +1,4 @@
-// Following attributes and members, deferring, waiting, and mirroring keys.
+// Following attributes, members and trees, deferring, waiting, and mirroring keys.
 #include "tests/Vok/Streams.h"
 #include "tests/support/Recorder.h"
 
@@ -24,6 +24,7 @@ using TestSupport::Source;
 using Vok::Deferred;
 using Vok::Follower;
 using Vok::KeyMirror;
+using Vok::TreeFollower;
 using Vok::When;
 
 TEST( FollowerTest, hearsOfItsAttributeAlone )
@@ -83,6 +84,121 @@ TEST( FollowerTest, whatItThrowsReachesTheMutator )
          *root, Root::midAttrId, []( const Change & ) { throw std::runtime_error( "no" ); } );
    EXPECT_THROW( root->midIs( 1 ), std::runtime_error );
    EXPECT_EQ( root->mid(), 1 );
+}
+
+/// Each change as "PATH ATTRIBUTE[KEY]".
+class TreeRecorder {
+ public:
+   explicit TreeRecorder( const Vok::Entity & root )
+         : follower_( root, [ this ]( const auto & change, const auto & attribute ) {
+              hear( change, attribute );
+           } )
+   {
+   }
+
+   Heard take()
+   {
+      Heard taken;
+      taken.swap( heard_ );
+      return taken;
+   }
+
+ private:
+   void hear( const Change & change, const Vok::AttributeData & attribute )
+   {
+      std::string text( Vok::pathOf( change.entity ).view() );
+      text.append( " " ).append( attribute.name() );
+      if ( change.hasKey() ) {
+         text.append( "[" ).append( change.keyText().view() ).append( "]" );
+      }
+      heard_.push_back( text );
+   }
+
+   Heard heard_;
+   TreeFollower follower_;
+};
+
+TEST( TreeFollowerTest, hearsOfAllThatIsBelow )
+{
+   const auto root = Root::RootIs( "r" );
+   const auto old = root->treeIs( "old" );
+   TreeRecorder tree( *root );
+   root->midIs( 5 );
+   old->depthIs( 1 );
+   old->groupsIs( "g", 7 )->seenIs( true );
+   root->namesIs( 5, "x" );
+   root->namesDel( 5 );
+   const auto fresh = root->treeIs( "new" );
+   fresh->depthIs( 2 );
+   EXPECT_EQ( tree.take(),
+         ( Heard{ "/ mid", "/tree[old] depth", "/tree[old] groups[7]",
+               "/tree[old]/groups[7] seen", "/ names[5]", "/ names[5]", "/ tree[new]",
+               "/tree[new] depth" } ) );
+}
+
+TEST( TreeFollowerTest, hearsNothingOfWhatHasLeft )
+{
+   const auto root = Root::RootIs( "r" );
+   const auto gone = root->treeIs( "gone" );
+   const auto below = gone->groupsIs( "g", 7 );
+   const auto first = root->singleIs( "first" );
+   TreeRecorder tree( *root );
+   root->treeDel( "gone" );
+   gone->depthIs( 1 );
+   below->innerIs()->pathIs( "x" );
+   const auto second = root->singleIs( "second" );
+   first->activeIs( true );
+   second->activeIs( true );
+   root->singleDel();
+   second->activeIs( false );
+   EXPECT_EQ( tree.take(),
+         ( Heard{ "/ tree[gone]", "/ single", "/single active", "/ single" } ) );
+}
+
+TEST( TreeFollowerTest, hearsWhatABatchBrings )
+{
+   Source source;
+   Replica replica;
+   source.root->treeIs( "stays" );
+   replica.read( source.batch() );
+   TreeRecorder tree( *replica.root );
+   source.root->treeIs( "stays" )->depthIs( 3 );
+   source.root->treeIs( "new" )->depthIs( 4 );
+   replica.read( source.batch() );
+   EXPECT_EQ( tree.take(), ( Heard{ "/ tree[new]", "/tree[stays] depth" } ) );
+   source.root->tree( "new" )->depthIs( 5 );
+   replica.read( source.batch() );
+   EXPECT_EQ( tree.take(), Heard{ "/tree[new] depth" } );
+}
+
+TEST( TreeFollowerTest, mayBeDestroyedByWhatItDoes )
+{
+   const auto root = Root::RootIs( "r" );
+   std::unique_ptr< TreeFollower > once;
+   std::string did;
+   const std::string text( 100, 'x' );
+   once = std::make_unique< TreeFollower >(
+         *root, [ &, text ]( const Change &, const Vok::AttributeData & ) {
+            once.reset();
+            did = text;
+         } );
+   root->midIs( 1 );
+   root->midIs( 2 );
+   EXPECT_EQ( did.size(), 100U );
+}
+
+TEST( TreeFollowerTest, walksDeepTrees )
+{
+   const auto root = Root::RootIs( "r" );
+   Ptr< Tree > deep = root->treeIs( "t" );
+   for ( int i = 0; i != 200000; ++i ) {
+      deep = deep->kidsIs( "k" );
+   }
+   int heard = 0;
+   const TreeFollower follower(
+         *root, [ & ]( const Change &, const Vok::AttributeData & ) { ++heard; } );
+   deep->depthIs( 1 );
+   EXPECT_EQ( heard, 1 );
 }
 
 TEST( DeferredTest, worksOnceABatch )

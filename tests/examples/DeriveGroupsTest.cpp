@@ -1,7 +1,7 @@
 // Flow groups: order, contents, change bit maps and generations.
 #include "Switch.h"
 
-#include "DeriveGroups.h"
+#include "tools/derive/DeriveGroups.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "Switch.h"
 #include "TreeRecorder.h"
 
-#include "Platform.h"
+#include "tools/derive/Platform.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // is what one derivation from nothing gives.
 #include "RandomSwitch.h"
 
-#include "History.h"
-#include "Platform.h"
-#include "StatusReport.h"
 #include "tests/support/DescribeTree.h"
+#include "tools/derive/History.h"
+#include "tools/derive/Platform.h"
+#include "tools/derive/StatusReport.h"
 
 #include <gtest/gtest.h>
 

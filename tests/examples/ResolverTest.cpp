@@ -1,5 +1,5 @@
 // Questions, and answers that come early, late and again.
-#include "Resolver.h"
+#include "tools/derive/Resolver.h"
 
 #include <gtest/gtest.h>
 

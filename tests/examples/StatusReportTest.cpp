@@ -2,8 +2,8 @@
 #include "Switch.h"
 #include "TreeRecorder.h"
 
-#include "Platform.h"
-#include "StatusReport.h"
+#include "tools/derive/Platform.h"
+#include "tools/derive/StatusReport.h"
 
 #include <gtest/gtest.h>
 

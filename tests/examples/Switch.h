@@ -1,7 +1,7 @@
 // What the tests of derivation begin with: a configured switch and its deriver.
 #pragma once
 
-#include "Deriver.h"
+#include "tools/derive/Deriver.h"
 
 #include "Vok/Vok.h"
 

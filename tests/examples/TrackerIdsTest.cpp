@@ -1,5 +1,5 @@
 // Numbers of trackers: what stays, what hardware brings, what is given out.
-#include "TrackerIds.h"
+#include "tools/derive/TrackerIds.h"
 
 #include <gtest/gtest.h>
 

@@ -138,37 +138,6 @@ std::vector< std::string > linesOf( const Vok::Entity & root )
    return lines;
 }
 
-/// Says what it hears, by path and name.
-class Teller : public Corvo::Notifiee {
- public:
-   void onChange( const Corvo::Change & change ) override
-   {
-      for ( const Vok::AttributeData & attribute : change.entity.typeData().attributes() ) {
-         if ( attribute.id() == change.attrId ) {
-            std::cout << "told: " << Vok::pathOf( change.entity ).view() << ' '
-                      << attribute.name() << '\n';
-         }
-      }
-   }
-
-   /// Hears an entity and what is below it now.
-   void attach( const Vok::Entity & entity )
-   {
-      entity.publisher().notifieeIs( this );
-      for ( const Vok::AttributeData & attribute : entity.typeData().attributes() ) {
-         if ( attribute.kind() == Vok::AttributeKind::children ) {
-            for ( const Corvo::String & key : attribute.keys( entity ) ) {
-               attach( *attribute.child( entity, key ) );
-            }
-         } else if ( attribute.kind() == Vok::AttributeKind::child ) {
-            if ( const EntityPtr child = attribute.child( entity, "" ) ) {
-               attach( *child );
-            }
-         }
-      }
-   }
-};
-
 /// The next batch, cut out of a log: its length stands at its fifth byte.
 std::span< const std::byte > nextBatch( Vok::NboAttrLog::In & log )
 {
@@ -207,8 +176,11 @@ void read( const char * file )
       throw std::runtime_error( "a reader writes no batches" );
    } );
    const std::vector< std::string > initial = linesOf( *fresh );
-   Teller teller;
-   teller.attach( *replica );
+   const Vok::TreeFollower teller(
+         *replica, []( const Corvo::Change & change, const Vok::AttributeData & attribute ) {
+            std::cout << "told: " << Vok::pathOf( change.entity ).view() << ' '
+                      << attribute.name() << '\n';
+         } );
    std::ifstream bytes( file, std::ios::binary );
    const std::string log( std::istreambuf_iterator< char >( bytes ), {} );
    Vok::NboAttrLog::In in( std::as_bytes( std::span( log ) ) );
