@@ -134,6 +134,9 @@ function( flowtracking_precompile name )
          -Wno-array-bounds -Wno-free-nonheap-object -Wno-maybe-uninitialized -Wno-nonnull
          -Wno-stringop-overflow -Wno-stringop-overread )
    endif()
+   if( CMAKE_CXX_COMPILER_ID MATCHES Clang ) # the same bytes each time, which compiler caches want
+      target_compile_options( ${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp" )
+   endif()
    target_precompile_headers( ${name} PRIVATE ${arg_UNPARSED_ARGUMENTS} )
 endfunction()
 
