@@ -54,7 +54,7 @@ HistoryItem & NodeHistory::item( std::uint32_t index, std::string_view key )
    }
    if ( at != attributes_.end() && !key.empty() && at->keys ) {
       return *at->keys->findOrInsert( key, [ & ] { return Item{ newItem( index, key ) }; } )
-                   .first->value;
+                    .first->value;
    }
    Attribute fresh{ index, nullptr, nullptr };
    HistoryItem * made = nullptr;
