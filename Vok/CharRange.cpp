@@ -2,6 +2,7 @@
 #include "Vok/CharRange.h"
 
 #include "Vok/TextOut.h"
+#include "Vok/detail/Characters.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,21 +13,6 @@
 namespace Vok {
 
 namespace {
-
-bool isSpace( char c ) noexcept
-{
-   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
-bool isDigit( char c ) noexcept
-{
-   return c >= '0' && c <= '9';
-}
-
-bool isWordCharacter( char c ) noexcept
-{
-   return ( c >= 'a' && c <= 'z' ) || ( c >= 'A' && c <= 'Z' ) || isDigit( c ) || c == '_';
-}
 
 // How many bytes a quoted text takes up to its closing quote, or to the end where there is none.
 std::size_t untilQuote( std::string_view text ) noexcept
@@ -41,7 +27,7 @@ std::size_t untilQuote( std::string_view text ) noexcept
 // The value of a lower-case hexadecimal digit; 16 for any other character.
 unsigned hexDigit( char c ) noexcept
 {
-   if ( isDigit( c ) ) {
+   if ( c >= '0' && c <= '9' ) {
       return static_cast< unsigned >( c - '0' );
    }
    return c >= 'a' && c <= 'f' ? static_cast< unsigned >( c - 'a' ) + 10 : 16;
@@ -51,21 +37,10 @@ unsigned hexDigit( char c ) noexcept
 
 void CharRange::skipSpace() noexcept
 {
-   while ( !empty() && isSpace( text_[ at_ ] ) ) {
-      ++at_;
-   }
+   at_ += Detail::countOf( rest(), Detail::spaceCharacter );
 }
 
-bool CharRange::accept( char c ) noexcept
-{
-   if ( !at( c ) ) {
-      return false;
-   }
-   ++at_;
-   return true;
-}
-
-void CharRange::need( char c )
+void CharRange::needBehindSpace( char c )
 {
    skipSpace();
    if ( !accept( c ) ) {
@@ -93,6 +68,11 @@ void CharRange::needPost()
 
 void CharRange::needName( std::string_view name )
 {
+   const std::string_view text = rest();
+   if ( text.size() > name.size() && text[ name.size() ] == '=' && text.starts_with( name ) ) {
+      at_ += name.size() + 1; // most texts have no space there
+      return;
+   }
    skipSpace();
    const std::size_t before = at_;
    if ( word() != name ) {
@@ -104,11 +84,10 @@ void CharRange::needName( std::string_view name )
 
 std::string_view CharRange::word() noexcept
 {
-   const std::size_t start = at_;
-   while ( !empty() && isWordCharacter( text_[ at_ ] ) ) {
-      ++at_;
-   }
-   return text_.substr( start, at_ - start );
+   const std::string_view read =
+         rest().substr( 0, Detail::countOf( rest(), Detail::wordCharacter ) );
+   at_ += read.size();
+   return read;
 }
 
 std::uint64_t CharRange::number( std::uint64_t most )
@@ -160,17 +139,28 @@ Corvo::String CharRange::string()
    if ( at( '"' ) ) {
       return quoted();
    }
-   const std::size_t start = at_;
-   while ( !empty() && Detail::isBareCharacter( text_[ at_ ] ) ) {
-      ++at_;
-   }
-   if ( at_ == start ) {
+   const std::string_view read =
+         rest().substr( 0, Detail::countOf( rest(), Detail::bareCharacter ) );
+   if ( read.empty() ) {
       fail( "a text" );
    }
-   return Corvo::String( text_.substr( start, at_ - start ) );
+   at_ += read.size();
+   return Corvo::String( read );
 }
 
 Corvo::String CharRange::quoted()
+{
+   const std::string_view text = rest().substr( 1 );
+   const std::size_t plain = Detail::countOf( text, Detail::plainCharacter );
+   const std::string_view content = text.substr( 0, plain );
+   if ( plain == text.size() || text[ plain ] != '"' || Detail::isBareWord( content ) ) {
+      return quotedWithEscapes();
+   }
+   at_ += plain + 2;
+   return Corvo::String( content );
+}
+
+Corvo::String CharRange::quotedWithEscapes()
 {
    const std::size_t start = at_++;
    std::string content;

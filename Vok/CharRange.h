@@ -75,10 +75,20 @@ class VOK_EXPORT CharRange {
    // Tokens. White space before a token is skipped by `need` alone.
 
    /// The next character other than white space has to be this one.
-   void need( char c );
+   void need( char c )
+   {
+      if ( !accept( c ) ) {
+         needBehindSpace( c );
+      }
+   }
 
    /// Whether the next character is this one; it is then consumed.
-   bool accept( char c ) noexcept;
+   bool accept( char c ) noexcept
+   {
+      const bool is = at( c );
+      at_ += is ? 1 : 0;
+      return is;
+   }
 
    /// Whether the next character is this one; nothing is consumed.
    bool at( char c ) const noexcept { return !empty() && text_[ at_ ] == c; }
@@ -120,8 +130,10 @@ class VOK_EXPORT CharRange {
       }
    }
    [[noreturn]] static void rethrow( std::string_view name, const Corvo::RangeException & e );
+   void needBehindSpace( char c );
    void needName( std::string_view name );
    Corvo::String quoted();
+   Corvo::String quotedWithEscapes();
    char escaped();
    void needCanonical( std::string_view content, std::size_t start );
 

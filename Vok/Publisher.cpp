@@ -2,6 +2,8 @@
 #include "Vok/Publisher.h"
 
 #include "Vok/Entity.h"
+#include "Vok/detail/ReplicaSlots.h"
+#include "Vok/detail/Slab.h"
 #include "Vok/detail/ValueOps.h"
 
 #include <algorithm>
@@ -23,40 +25,78 @@ Corvo::String AnyValue::text() const
    return value ? ops->text( value ) : Corvo::String();
 }
 
-void EntityLink::link( Entity & followed )
+// ---- NotifieeList -----------------------------------------------------------------------------
+
+NotifieeList::~NotifieeList()
 {
-   unlink();
-   NotifieeList & list = followed.publisher().grown();
-   entity = &followed;
-   next = list.links;
-   from = &list.links;
-   if ( next ) {
-      next->from = &next;
+   if ( capacity != 1 ) {
+      delete[] many;
    }
-   list.links = this;
+   while ( others ) {
+      delete std::exchange( others, others->next );
+   }
 }
 
-void EntityLink::unlink() noexcept
+void * NotifieeList::operator new( std::size_t size )
 {
-   if ( !entity ) {
-      return;
+   return slabAllocate( size );
+}
+
+void NotifieeList::operator delete( void * memory, std::size_t size ) noexcept
+{
+   slabFree( memory, size );
+}
+
+void NotifieeList::grow()
+{
+   auto ** const grown = new Corvo::Notifiee *[ 2 * std::size_t{ capacity } ];
+   std::copy( slots(), slots() + used, grown );
+   if ( capacity != 1 ) {
+      delete[] many;
    }
-   *from = next;
-   if ( next ) {
-      next->from = from;
+   many = grown;
+   capacity *= 2;
+}
+
+SlotPage ** NotifieeList::link( const SlotPage & linked ) noexcept
+{
+   if ( page == &linked ) {
+      return &page;
    }
-   entity->publisher().compact();
-   entity = nullptr;
-   next = nullptr;
-   from = nullptr;
+   for ( Page * other = others; other; other = other->next ) {
+      if ( other->page == &linked ) {
+         return &other->page;
+      }
+   }
+   return nullptr;
+}
+
+void NotifieeList::addLink( SlotPage & added )
+{
+   if ( page ) {
+      others = new Page{ &added, others };
+   } else {
+      page = &added;
+   }
+}
+
+// The first of the others takes the place.
+void NotifieeList::removeLink( SlotPage ** removed ) noexcept
+{
+   Page * const first = others;
+   *removed = first ? first->page : nullptr;
+   if ( first ) {
+      others = first->next;
+      delete first;
+   }
 }
 
 } // namespace Vok::Detail
 
 namespace Corvo {
 
-using Vok::Detail::EntityLink;
 using Vok::Detail::NotifieeList;
+using Vok::Detail::SlotPage;
 
 // ---- Notifiee ---------------------------------------------------------------------------------
 
@@ -112,10 +152,13 @@ void Notifiee::detached( const Publisher & publisher ) noexcept
 
 NotifieeList & Publisher::grown()
 {
-   if ( !list_ ) {
-      list_ = new NotifieeList;
+   if ( NotifieeList * const list = notifiees() ) {
+      return *list;
    }
-   return *list_;
+   auto * const list = new NotifieeList;
+   list->page = static_cast< SlotPage * >( list_ );
+   list_ = list;
+   return *list;
 }
 
 void Publisher::notifieeIs( Notifiee * notifiee )
@@ -124,25 +167,16 @@ void Publisher::notifieeIs( Notifiee * notifiee )
       return;
    }
    NotifieeList & list = grown();
-   if ( list.used == list.capacity ) {
-      const std::uint32_t capacity = list.capacity ? 2 * list.capacity : 1;
-      auto ** slots = new ( std::nothrow ) Notifiee *[ capacity ];
-      if ( !slots ) {
-         compact();
-         throw std::bad_alloc();
-      }
-      std::copy( list.slots, list.slots + list.used, slots );
-      delete[] list.slots;
-      list.slots = slots;
-      list.capacity = capacity;
-   }
    try {
+      if ( list.used == list.capacity ) {
+         list.grow();
+      }
       notifiee->attached( *this, list.used );
    } catch ( ... ) {
       compact();
       throw;
    }
-   list.slots[ list.used++ ] = notifiee;
+   list.slots()[ list.used++ ] = notifiee;
    ++list.live;
 }
 
@@ -157,8 +191,9 @@ void Publisher::notifieeDel( Notifiee * notifiee ) noexcept
 
 void Publisher::removeSlot( std::uint32_t slot ) noexcept
 {
-   list_->slots[ slot ] = nullptr;
-   --list_->live;
+   NotifieeList & list = *notifiees();
+   list.slots()[ slot ] = nullptr;
+   --list.live;
    compact();
 }
 
@@ -166,31 +201,31 @@ void Publisher::removeSlot( std::uint32_t slot ) noexcept
 // is walking the list.
 void Publisher::compact() noexcept
 {
-   NotifieeList & list = *list_;
    if ( busy() ) {
       return;
    }
+   NotifieeList & list = *notifiees();
+   Notifiee ** const slots = list.slots();
    if ( list.used > 2 * list.live ) {
       std::uint32_t to = 0;
       for ( std::uint32_t from = 0; from != list.used; ++from ) {
-         if ( Notifiee * const notifiee = list.slots[ from ] ) {
-            list.slots[ to ] = notifiee;
+         if ( Notifiee * const notifiee = slots[ from ] ) {
+            slots[ to ] = notifiee;
             notifiee->slotAt( *this ) = to++;
          }
       }
       list.used = to;
    }
-   if ( list.live == 0 && !list.links ) {
-      delete[] list.slots;
+   if ( list.live == 0 && !list.others ) {
+      list_ = list.page;
       delete &list;
-      list_ = nullptr;
    }
 }
 
 void Publisher::publishChangeRecursive( const Change & change )
 {
    if ( hasNotifiee() ) {
-      tell( change, list_->used );
+      tell( change, static_cast< const NotifieeList * >( list_ )->used );
    }
 }
 
@@ -199,10 +234,11 @@ void Publisher::publishChangeRecursive( const Change & change )
 void Publisher::tell( const Change & change, std::uint32_t upTo )
 {
    const Ptr< Vok::Entity > alive( &change.entity );
+   NotifieeList & list = *static_cast< NotifieeList * >( list_ );
    std::exception_ptr first;
-   ++list_->depth;
+   ++list.depth;
    for ( std::uint32_t i = 0; i != upTo; ++i ) {
-      if ( Notifiee * const notifiee = list_->slots[ i ] ) {
+      if ( Notifiee * const notifiee = list.capacity == 1 ? list.one : list.many[ i ] ) {
          try {
             notifiee->onChange( change );
          } catch ( ... ) {
@@ -212,8 +248,8 @@ void Publisher::tell( const Change & change, std::uint32_t upTo )
          }
       }
    }
-   const bool outermost = --list_->depth == 0;
-   if ( outermost && list_->used > 2 * list_->live ) [[unlikely]] {
+   --list.depth;
+   if ( list.used > 2 * list.live && list.depth == 0 ) [[unlikely]] {
       compact();
    }
    if ( first ) {
@@ -221,30 +257,98 @@ void Publisher::tell( const Change & change, std::uint32_t upTo )
    }
 }
 
+// ---- Links ------------------------------------------------------------------------------------
+
+// Links the entity; doing so twice is one link. Throws std::bad_alloc, and is then as before.
+void Publisher::linkIs( SlotPage & page )
+{
+   if ( !list_ ) {
+      list_ = &page;
+      return;
+   }
+   if ( list_ == &page ) {
+      return;
+   }
+   NotifieeList & list = grown();
+   if ( !list.link( page ) ) {
+      try {
+         list.addLink( page );
+      } catch ( ... ) {
+         compact();
+         throw;
+      }
+   }
+}
+
+// Silent where the page has no link.
+void Publisher::linkDel( SlotPage & page ) noexcept
+{
+   if ( list_ == &page ) {
+      list_ = nullptr;
+      return;
+   }
+   NotifieeList * const list = notifiees();
+   if ( SlotPage ** const link = list ? list->link( page ) : nullptr ) {
+      list->removeLink( link );
+      compact();
+   }
+}
+
+// What one page links, another one does in its place.
+void Publisher::linkMoves( SlotPage & from, SlotPage & to ) noexcept
+{
+   if ( list_ == &from ) {
+      list_ = &to;
+      return;
+   }
+   NotifieeList * const list = notifiees();
+   SlotPage ** const link = list ? list->link( from ) : nullptr;
+   if ( link && list->link( to ) ) {
+      linkDel( from );
+   } else if ( link ) {
+      *link = &to;
+   }
+}
+
 void Publisher::linksMoved() noexcept
 {
-   if ( list_ ) {
-      for ( EntityLink * link = list_->links; link; link = link->next ) {
-         ++*link->shapeChanges;
-      }
+   if ( !list_ ) {
+      return;
+   }
+   NotifieeList * const list = notifiees();
+   if ( !list ) {
+      static_cast< SlotPage * >( list_ )->left();
+      return;
+   }
+   if ( list->page ) {
+      list->page->left();
+   }
+   for ( const auto * other = list->others; other; other = other->next ) {
+      other->page->left();
    }
 }
 
 void Publisher::close() noexcept
 {
-   NotifieeList * const list = list_;
+   NotifieeList * const list = notifiees();
+   if ( !list ) {
+      static_cast< SlotPage * >( list_ )->gone( *this );
+      return;
+   }
    list->depth = 1; // whoever is told now cannot make the list go away
-   for ( EntityLink * link = list->links; link; link = link->next ) {
-      link->entity = nullptr;
+   if ( list->page ) {
+      list->page->gone( *this );
+   }
+   for ( const auto * other = list->others; other; other = other->next ) {
+      other->page->gone( *this );
    }
    for ( std::uint32_t i = 0; i != list->used; ++i ) {
-      if ( Notifiee * const notifiee = list->slots[ i ] ) {
+      if ( Notifiee * const notifiee = list->slots()[ i ] ) {
          notifiee->detached( *this );
-         list->slots[ i ] = nullptr;
+         list->slots()[ i ] = nullptr;
          notifiee->publisherGone( *this );
       }
    }
-   delete[] list->slots;
    delete list;
    list_ = nullptr;
 }

@@ -23,9 +23,10 @@ namespace Detail {
 
 class DirtyState;
 struct EntityAccess;
-struct EntityLink;
+struct Listeners;
 struct NotifieeList;
 class PendingTell;
+class SlotPage;
 
 } // namespace Detail
 } // namespace Vok
@@ -154,56 +155,79 @@ class VOK_EXPORT Publisher {
    friend class Notifiee;
    friend class Vok::Detail::DirtyState;
    friend struct Vok::Detail::EntityAccess;
-   friend struct Vok::Detail::EntityLink;
    friend class Vok::Detail::PendingTell;
+   friend class Vok::Detail::SlotPage;
 
    bool anyLive() const noexcept;
+   Vok::Detail::NotifieeList * notifiees() const noexcept;
    bool busy() const noexcept;
    bool inOrder() const noexcept;
    void close() noexcept;
+   void linkIs( Vok::Detail::SlotPage & page );
+   void linkDel( Vok::Detail::SlotPage & page ) noexcept;
+   void linkMoves( Vok::Detail::SlotPage & from, Vok::Detail::SlotPage & to ) noexcept;
    void linksMoved() noexcept;
    void compact() noexcept;
    void removeSlot( std::uint32_t slot ) noexcept;
    Vok::Detail::NotifieeList & grown();
    void tell( const Change & change, std::uint32_t upTo );
 
-   Vok::Detail::NotifieeList * list_ = nullptr;
+   Vok::Detail::Listeners * list_ = nullptr;
 };
 
 } // namespace Corvo
 
 namespace Vok::Detail {
 
-/// The notifiees of one publisher, and the links of those who follow its entity without being
-/// told of changes. Slots of detached notifiees are null until they are more than the others and
-/// no notification runs; then the rest moves together.
-struct NotifieeList {
-   std::uint32_t live = 0; ///< attached notifiees
-   std::uint32_t used = 0; ///< slots in use, holes included
-   std::uint32_t capacity = 0; ///< slots there are
-   std::uint32_t depth = 0; ///< notifications that run now
-   std::uint32_t holds = 0; ///< changes of a batch that are stored and not told yet
-   bool ofBatch = false; ///< what is told now is one of them
-   EntityLink * links = nullptr;
-   Corvo::Notifiee ** slots = nullptr;
+/// What a publisher leads to: its list of notifiees, or the page of a replica's table that links
+/// the entity, where that is all.
+struct Listeners {
+   std::uint32_t live = 0; ///< attached notifiees; none of a page
+   bool isPage = false; ///< it is a SlotPage
+   bool ofBatch = false; ///< what is told now is a change of a batch
 };
 
-/// A weak link from a reader of change streams to an entity: it becomes null when the entity is
-/// destroyed, and counts `shapeChanges` up when the entity leaves its parent.
-struct EntityLink {
-   Entity * entity = nullptr;
-   EntityLink * next = nullptr;
-   EntityLink ** from = nullptr;
-   std::uint64_t * shapeChanges = nullptr;
+/// The notifiees of one publisher, and the pages that link its entity. Slots of detached notifiees
+/// are null until they are more than the others and no notification runs; then the rest moves
+/// together.
+struct NotifieeList : Listeners {
+   /// A page beyond the first: of another replica's table, or where a stream has two numbers for
+   /// the entity.
+   struct Page {
+      SlotPage * page;
+      Page * next;
+   };
 
-   EntityLink() noexcept = default;
-   EntityLink( const EntityLink & ) = delete;
-   EntityLink & operator=( const EntityLink & ) = delete;
-   ~EntityLink() { unlink(); }
+   std::uint32_t used = 0; ///< slots in use, holes included
+   std::uint32_t capacity = 1; ///< slots there are
+   std::uint32_t depth = 0; ///< notifications that run now
+   std::uint32_t holds = 0; ///< changes of a batch that are stored and not told yet
+   SlotPage * page = nullptr; ///< null only where there are no others
+   Page * others = nullptr;
 
-   /// Follows `followed` instead of what it followed before. Throws std::bad_alloc.
-   void link( Entity & followed );
-   void unlink() noexcept;
+   /// A single slot stands here.
+   union {
+      Corvo::Notifiee * one = nullptr;
+      Corvo::Notifiee ** many;
+   };
+
+   NotifieeList() noexcept = default;
+   NotifieeList( const NotifieeList & ) = delete;
+   NotifieeList & operator=( const NotifieeList & ) = delete;
+   ~NotifieeList();
+
+   static void * operator new( std::size_t size );
+   static void operator delete( void * memory, std::size_t size ) noexcept;
+
+   Corvo::Notifiee ** slots() noexcept { return capacity == 1 ? &one : many; }
+
+   /// Makes room for one more. Throws std::bad_alloc.
+   void grow();
+
+   /// Where the link to a page stands; null where there is none.
+   SlotPage ** link( const SlotPage & linked ) noexcept;
+   void addLink( SlotPage & added );
+   void removeLink( SlotPage ** removed ) noexcept;
 };
 
 } // namespace Vok::Detail
@@ -213,14 +237,22 @@ inline bool Corvo::Publisher::anyLive() const noexcept
    return list_->live != 0;
 }
 
+/// The list, where there is one.
+inline Vok::Detail::NotifieeList * Corvo::Publisher::notifiees() const noexcept
+{
+   return list_ && !list_->isPage ? static_cast< Vok::Detail::NotifieeList * >( list_ ) : nullptr;
+}
+
 /// Whether changes may have been stored of which not all notifiees have been told.
 inline bool Corvo::Publisher::busy() const noexcept
 {
-   return list_ && ( list_->depth != 0 || list_->holds != 0 );
+   const Vok::Detail::NotifieeList * const list = notifiees();
+   return list && ( list->depth != 0 || list->holds != 0 );
 }
 
 /// Whether the change that is told now is told before any later one of the same member.
 inline bool Corvo::Publisher::inOrder() const noexcept
 {
-   return list_ && list_->depth == 1 && ( list_->holds == 0 || list_->ofBatch );
+   const Vok::Detail::NotifieeList * const list = notifiees();
+   return list && list->depth == 1 && ( list->holds == 0 || list->ofBatch );
 }

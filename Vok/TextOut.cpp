@@ -2,24 +2,15 @@
 #include "Vok/TextOut.h"
 
 #include "Vok/Time.h"
+#include "Vok/detail/Characters.h"
 
 #include <algorithm>
-#include <array>
 
 namespace Vok {
 
 namespace Detail {
 
 namespace {
-
-constexpr std::array< bool, 256 > bareCharacters = [] {
-   std::array< bool, 256 > bare{};
-   for ( const char c : std::string_view( "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                          "0123456789_./:@%+-" ) ) {
-      bare[ static_cast< unsigned char >( c ) ] = true;
-   }
-   return bare;
-}();
 
 unsigned byteAt( std::string_view text, std::size_t at ) noexcept
 {
@@ -33,14 +24,9 @@ bool continues( std::string_view text, std::size_t at ) noexcept
 
 } // namespace
 
-bool isBareCharacter( char c ) noexcept
-{
-   return bareCharacters[ static_cast< unsigned char >( c ) ];
-}
-
 bool isBareWord( std::string_view text ) noexcept
 {
-   return !text.empty() && std::all_of( text.begin(), text.end(), isBareCharacter );
+   return !text.empty() && countOf( text, bareCharacter ) == text.size();
 }
 
 // RFC 3629: no overlong forms, no surrogates, nothing above U+10FFFF; C1 controls are refused too.
@@ -48,7 +34,7 @@ std::size_t plainInQuotes( std::string_view text, std::size_t at ) noexcept
 {
    const unsigned first = byteAt( text, at );
    if ( first < 0x80 ) {
-      return first >= 0x20 && first != 0x7f && first != '"' && first != '\\' && first != '\'';
+      return ( characterClasses[ first ] & plainCharacter ) != 0;
    }
    if ( !continues( text, at + 1 ) ) {
       return 0;

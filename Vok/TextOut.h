@@ -71,9 +71,6 @@ namespace Detail {
 /// + -`.
 bool isBareWord( std::string_view text ) noexcept;
 
-/// Whether one character may stand in a bare word.
-bool isBareCharacter( char c ) noexcept;
-
 /// How many bytes from `at` on stand for themselves inside quotes: 1 for a printable ASCII
 /// character other than `"`, `\` and `'`, 2 to 4 for a well-formed UTF-8 sequence that is no
 /// control character, else 0.

@@ -64,7 +64,7 @@ class VOK_EXPORT Link {
 
  private:
    /// The longest message: a piece of a batch, or a list of what a reader knows.
-   static constexpr std::size_t frameLimit = 4 * batchPiece;
+   static constexpr std::size_t frameLimit = std::size_t{ 1 } << 22;
 
    struct Piece {
       Bytes own;

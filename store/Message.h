@@ -21,7 +21,7 @@ namespace Vok::Store {
 inline constexpr std::uint32_t protocolVersion = 1;
 
 /// The bytes of a batch that one message carries; a larger batch comes in several.
-inline constexpr std::size_t batchPiece = std::size_t{ 1 } << 20;
+inline constexpr std::size_t batchPiece = std::size_t{ 1 } << 17;
 
 /// What a peer sent is no message, or none that it may send; what() says what was expected.
 class VOK_EXPORT ProtocolException : public std::runtime_error {

@@ -91,10 +91,10 @@ void WritingState::flush()
 
 void WritingState::send( const NboAttrLog::Out & batch )
 {
-   underWay_.push_back( { stream_.position().batch, batch.size() } );
-   underWayBytes_ += batch.size();
    client->carrier().sendBatch( channel,
          std::make_shared< const Bytes >( batch.bytes().begin(), batch.bytes().end() ) );
+   underWay_.push_back( { stream_.position().batch, batch.size() } );
+   underWayBytes_ += batch.size();
 }
 
 } // namespace Vok::Store::Detail

@@ -15,35 +15,47 @@ namespace Vok::Detail {
 using NboAttrLog::Exception;
 using NboAttrLog::In;
 
-BatchApply::BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types )
+BatchApply::BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types,
+      std::size_t introduced )
       : reader_( reader ),
         frame_( frame ),
         types_( std::move( types ) ),
-        sameStream_( reader.last_ != 0 && reader.stream_ == frame.stream )
+        sameStream_( reader.last_ != 0 && reader.stream_ == frame.stream ),
+        newSlots_( reader.shapeChanges_ )
 {
+   intros_.reserve( introduced );
+   introByNumber_.reserve( introduced );
 }
 
 void BatchApply::prepare()
 {
    if ( frame_.whole ) {
       checkRoot( readBlock( frame_.content ) );
-      auto root = std::make_unique< Intro >();
-      root->entity = reader_.root_;
-      root->state = Intro::State::ready;
-      root->birth = frame_.number;
-      introduce( std::move( *root ) );
+      Intro root;
+      root.entity = reader_.root_;
+      root.state = Intro::State::ready;
+      root.birth = frame_.number;
+      introduce( root );
    }
    scan();
    resolveAll();
-   for ( const Record & record : records_ ) {
-      apply( record );
+   applyAll();
+   makeSlots();
+}
+
+void BatchApply::applyAll()
+{
+   In in = frame_.content;
+   while ( in.remaining() != 0 ) {
+      const RecordHead head = readRecordHead( in, types_ );
+      apply( { head.number, head.typeNumber, head.whole() }, in );
    }
-   for ( const auto & intro : intros_ ) {
-      if ( intro->entity && !intro->recorded ) {
-         apply( { intro->number, intro->type, true } ); // all at its defaults
+   for ( const Intro & intro : intros_ ) {
+      if ( intro.entity && !intro.recorded ) {
+         In none( nullptr, 0 );
+         apply( { intro.number, intro.type, true }, none ); // all at its defaults
       }
    }
-   makeSlots();
 }
 
 // The replica's root was made by the client: its constant arguments have to be the writer's, its
@@ -71,13 +83,11 @@ void BatchApply::checkRoot( In in )
 
 // ---- Who is introduced ------------------------------------------------------------------------
 
-void BatchApply::introduce( Intro intro )
+void BatchApply::introduce( const Intro & intro )
 {
-   auto owned = std::make_unique< Intro >( std::move( intro ) );
-   Intro * const added = owned.get();
-   intros_.push_back( std::move( owned ) );
-   const auto [ node, inserted ] = introByNumber_.findOrInsert( added->number, [ & ] {
-      return MapNode< std::uint64_t, Intro * >{ added->number, added };
+   Intro & added = intros_.emplace_back( intro );
+   const auto [ node, inserted ] = introByNumber_.findOrInsert( added.number, [ & ] {
+      return MapNode< std::uint64_t, Intro * >{ added.number, &added };
    } );
    if ( !inserted ) {
       throw Exception( "a batch introduces an entity twice" );
@@ -95,7 +105,7 @@ void BatchApply::scan()
    In in = frame_.content;
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types_ );
-      Record record{ head.number, head.typeNumber, head.whole() };
+      const Record record{ head.number, head.typeNumber, head.whole() };
       if ( head.kind == Batch::RecordKind::outside ) {
          if ( const Intro * const placed = introOf( head.number ); !placed ) {
             Intro intro;
@@ -104,7 +114,7 @@ void BatchApply::scan()
             intro.outside = true;
             intro.type = head.typeNumber;
             intro.arguments = head.arguments;
-            introduce( std::move( intro ) );
+            introduce( intro );
          }
       }
       if ( record.whole ) {
@@ -113,28 +123,23 @@ void BatchApply::scan()
             throw Exception( "a batch describes an entity that it did not introduce just so" );
          }
          intro->recorded = true;
-      } else if ( const auto * const slot = reader_.slots_.find( head.number );
-                  !slot || slot->value->type != head.typeNumber ) {
+      } else if ( const ReplicaSlot slot = reader_.slots_.find( head.number );
+                  !slot || slot.place().type != head.typeNumber ) {
          throw Exception( "a batch changes an entity that the reader was not told of" );
-      } else {
-         record.slot = slot->value.get();
-         if ( head.kind == Batch::RecordKind::left ) {
-            left_.push_back( record.slot );
-         }
+      } else if ( head.kind == Batch::RecordKind::left ) {
+         slot.reserveOutside();
+         left_.push_back( slot );
       }
       const In start = in;
       eachAttribute( in, *types_[ head.typeNumber ], []( const ReadRow &, In ) {} );
-      record.attributes = In( start.position(), start.remaining() - in.remaining() );
       if ( types_[ head.typeNumber ]->hasEntities ) {
-         introduceChildren( record );
+         introduceChildren( record, start );
       }
-      records_.push_back( record );
    }
 }
 
-void BatchApply::introduceChildren( const Record & record )
+void BatchApply::introduceChildren( const Record & record, In in )
 {
-   In in = record.attributes;
    eachAttribute( in, *types_[ record.type ], [ & ]( const ReadRow & row, In payload ) {
       if ( row.kind == AttributeKind::references && row.own ) {
          noteReferences( record.number, *row.own, payload );
@@ -169,7 +174,7 @@ void BatchApply::introduceChildren( const Record & record )
             before->parent = intro.parent;
             before->row = intro.row;
          } else {
-            introduce( std::move( intro ) );
+            introduce( intro );
          }
          noteArguments( *introOf( head.number ) );
       }
@@ -208,42 +213,28 @@ void BatchApply::noteReference( std::uint64_t number, Referrer referrer )
 
 void BatchApply::makeSlots()
 {
-   newSlots_.reserve( intros_.size() );
-   for ( const auto & intro : intros_ ) {
-      auto slot = std::make_unique< ReplicaSlot >();
-      slot->type = intro->type;
-      slot->birth = intro->birth;
-      slot->parent = intro->parent;
-      slot->outside = intro->outside;
-      slot->link.shapeChanges = &reader_.shapeChanges_;
-      if ( intro->entity ) {
-         slot->link.link( *intro->entity );
-      }
-      newSlots_.push_back( std::move( slot ) );
+   for ( const Intro & intro : intros_ ) {
+      newSlots_.insert( intro.number, { intro.birth, intro.parent, intro.type, intro.outside },
+            intro.entity.get() );
    }
-   ReplicaSlots & slots = frame_.whole ? wholeSlots_ : reader_.slots_;
-   slots.reserve( slots.size() + newSlots_.size() );
+   if ( !frame_.whole ) {
+      reader_.slots_.reserve( newSlots_ );
+   }
 }
 
 void BatchApply::commit() noexcept
 {
    pending_.commit();
-   for ( ReplicaSlot * const slot : left_ ) {
-      slot->outside = true;
+   for ( const ReplicaSlot slot : left_ ) {
+      slot.becomeOutside();
    }
    if ( frame_.whole ) {
-      reader_.slots_.swap( wholeSlots_ );
+      reader_.slots_.swap( newSlots_ );
+      newSlots_.clear();
+   } else {
+      reader_.slots_.takeAll( newSlots_ );
    }
-   for ( std::size_t i = 0; i != newSlots_.size(); ++i ) {
-      const auto [ node, inserted ] = reader_.slots_.findOrInsert( intros_[ i ]->number, [ & ] {
-         return MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >{
-            intros_[ i ]->number, nullptr
-         };
-      } );
-      node->value = std::move( newSlots_[ i ] );
-   }
-   wholeSlots_.clear();
-   if ( frame_.whole || !newSlots_.empty() || !left_.empty() ) {
+   if ( frame_.whole || !intros_.empty() || !left_.empty() ) {
       ++reader_.shapeChanges_; // what leaves its parent counts by itself
    }
    reader_.stream_ = frame_.stream;

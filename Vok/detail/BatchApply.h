@@ -17,7 +17,9 @@ namespace Vok::Detail {
 
 class BatchApply {
  public:
-   BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types );
+   /// `introduced` is how many entities the batch introduces, or more.
+   BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types,
+         std::size_t introduced );
 
    /// Makes and stages everything. Throws, and then the replica is as it was.
    void prepare();
@@ -34,11 +36,11 @@ class BatchApply {
       std::uint64_t number = 0;
       std::uint64_t birth = 0;
       std::uint64_t parent = 0;
-      bool outside = false;
-      std::uint32_t type = 0;
       const AttributeRow * row = nullptr; ///< of the parent; null where this side does not know it
       NboAttrLog::In arguments{ nullptr, 0 };
-      enum class State {
+      std::uint32_t type = 0;
+      bool outside = false;
+      enum class State : std::uint8_t {
          pending,
          waiting,
          ready
@@ -52,8 +54,6 @@ class BatchApply {
       std::uint64_t number = 0;
       std::uint32_t type = 0;
       bool whole = false;
-      NboAttrLog::In attributes{ nullptr, 0 };
-      ReplicaSlot * slot = nullptr; ///< of an entity that changes
    };
 
    /// Arguments of an introduced entity, read.
@@ -76,8 +76,8 @@ class BatchApply {
 
    void checkRoot( NboAttrLog::In arguments );
    void scan();
-   void introduceChildren( const Record & record );
-   void introduce( Intro intro );
+   void introduceChildren( const Record & record, NboAttrLog::In attributes );
+   void introduce( const Intro & intro );
    void noteReferences( std::uint64_t referrer, const AttributeRow & row, NboAttrLog::In payload );
    void noteArguments( const Intro & intro );
    void noteReference( std::uint64_t number, Referrer referrer );
@@ -85,7 +85,7 @@ class BatchApply {
    Intro * introOf( std::uint64_t number );
    Corvo::Ptr< Entity > entityOf( std::uint64_t number );
    Corvo::Ptr< Entity > targetOf( std::uint64_t number, const AttributeRow & row );
-   bool inPlace( ReplicaSlot & slot );
+   bool inPlace( ReplicaSlot slot );
 
    void resolveAll();
    void resolve( Intro & intro );
@@ -101,15 +101,16 @@ class BatchApply {
    static bool sameArguments(
          const Entity & entity, const TypeData & type, const Arguments & arguments );
 
-   void apply( const Record & record );
-   void applyFresh( Entity & entity, const Record & record );
-   void applyExisting( Entity & entity, const Record & record );
+   void applyAll();
+   void apply( const Record & record, NboAttrLog::In & attributes );
+   void applyFresh( Entity & entity, const Record & record, NboAttrLog::In & attributes );
+   void applyExisting( Entity & entity, const Record & record, NboAttrLog::In & attributes );
    void loadAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
    void stageInitial( Entity & entity, const ReadRow & row );
-   std::vector< EntityOp > readEntityOps(
-         const ReadRow & row, const void * collection, NboAttrLog::In & payload );
+   bool nextEntityOp( const ReadRow & row, const void * collection, NboAttrLog::In & payload,
+         EntityOp & next );
    void passOver( const ReadType & type, const ReadRow & row );
    void makeSlots();
 
@@ -118,15 +119,13 @@ class BatchApply {
    ReadTypes types_;
    bool sameStream_;
 
-   std::vector< Record > records_;
-   std::vector< std::unique_ptr< Intro > > intros_;
+   std::vector< Intro > intros_; // has room for all from the beginning: they do not move
    HashMap2018< MapNode< std::uint64_t, Intro * >, std::uint64_t, Intro * > introByNumber_;
    HashMap2018< MapNode< std::uint64_t, Referrer >, std::uint64_t, Referrer > referrers_;
    HSet< const Entity * > claimed_; // outside the tree, found again
-   std::vector< std::unique_ptr< ReplicaSlot > > newSlots_; // by intro, null for ignored ones
-   ReplicaSlots wholeSlots_; // those of a whole tree
-   std::vector< ReplicaSlot * > line_; // used while an entity's place is checked
-   std::vector< ReplicaSlot * > left_; // slots whose entities are outside the tree from now on
+   ReplicaSlots newSlots_; // of what the batch introduces
+   std::vector< ReplicaSlot > line_; // used while an entity's place is checked
+   std::vector< ReplicaSlot > left_; // slots whose entities are outside the tree from now on
    PendingTell pending_;
    std::vector< Corvo::String > passedOver_;
 };

@@ -46,6 +46,31 @@ OwnedValue readValue( const AttributeRow & row, In payload )
    return value;
 }
 
+EntityOps noOps()
+{
+   static constexpr auto none = []( EntityOp & ) { return false; };
+   static constexpr auto count = [] { return std::size_t{ 0 }; };
+   return { none, count };
+}
+
+// How many operations a payload of children or references has.
+std::size_t countMembers( const ReadRow & row, In payload )
+{
+   std::size_t count = 0;
+   for ( ; payload.remaining() != 0; ++count ) {
+      if ( readOp( payload ) != MemberOp::put ) {
+         if ( row.kind != AttributeKind::child ) {
+            row.own->key->check( payload );
+         }
+      } else if ( row.kind == AttributeKind::references ) {
+         payload.getVarint();
+      } else {
+         readChildHead( payload );
+      }
+   }
+   return count;
+}
+
 bool differs( const AttributeRow & row, const void * storage, const void * next )
 {
    if ( !row.storage ) {
@@ -58,43 +83,41 @@ bool differs( const AttributeRow & row, const void * storage, const void * next 
 
 } // namespace
 
-void BatchApply::apply( const Record & record )
+// Reads to the end of the record's attributes.
+void BatchApply::apply( const Record & record, In & attributes )
 {
    const Intro * const intro = introOf( record.number );
    Corvo::Ptr< Entity > entity;
    if ( intro ) {
       entity = intro->entity;
-   } else if ( record.slot && inPlace( *record.slot ) ) {
-      entity = record.slot->link.entity;
+   } else if ( const ReplicaSlot slot = reader_.slots_.find( record.number ); inPlace( slot ) ) {
+      entity = slot.entity();
    }
    const ReadType & type = *types_[ record.type ];
    if ( !entity ) {
       // Nothing to be changed; what this side does not know is said all the same.
-      In in = record.attributes;
-      if ( in.remaining() != 0 ) {
-         eachAttribute( in, type, [ & ]( const ReadRow & row, In ) { passOver( type, row ); } );
-      }
+      eachAttribute(
+            attributes, type, [ & ]( const ReadRow & row, In ) { passOver( type, row ); } );
       return;
    }
    if ( &entity->typeData() != type.own ) {
       throw Exception( "a record is of another type than its entity" );
    }
    if ( intro && intro->fresh ) {
-      applyFresh( *entity, record );
+      applyFresh( *entity, record, attributes );
    } else {
-      applyExisting( *entity, record );
+      applyExisting( *entity, record, attributes );
    }
 }
 
 // ---- Entities that nobody can see yet ---------------------------------------------------------
 
-void BatchApply::applyFresh( Entity & entity, const Record & record )
+void BatchApply::applyFresh( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
    std::vector< bool > mentioned( type.rows.size() );
-   In in = record.attributes;
-   if ( in.remaining() != 0 ) {
-      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+   if ( attributes.remaining() != 0 ) {
+      eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
          mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
          if ( row.own ) {
             loadAttribute( entity, row, payload );
@@ -110,8 +133,9 @@ void BatchApply::applyFresh( Entity & entity, const Record & record )
       }
       void * const storage = storageOf( entity, *row.own );
       if ( row.kind == AttributeKind::child && row.own->collection->size( storage ) != 0 ) {
-         std::vector< EntityOp > none; // the constructor made it, the writer has it no more
-         const auto staged = row.own->collection->stream->stageEntities( storage, none, true );
+         // The constructor made it, the writer has it no more.
+         const auto staged = row.own->collection->stream->stageEntities(
+               storage, noOps(), { .whole = true } );
          staged->owner = Corvo::Ptr< Entity >( &entity );
          staged->commit();
       } else if ( row.initial && differs( *row.own, storage, row.initial->data() ) ) {
@@ -127,8 +151,7 @@ void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
       readMode( payload );
-      const std::vector< EntityOp > ops = readEntityOps( row, storage, payload );
-      for ( const EntityOp & op : ops ) {
+      for ( EntityOp op; nextEntityOp( row, storage, payload, op ); ) {
          const bool there = row.kind == AttributeKind::child &&
                own.collection->entity( storage, nullptr ) == op.member.get();
          if ( op.member && !there ) {
@@ -148,44 +171,46 @@ void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload
    }
 }
 
-// What a payload makes of the members: entities that are ignored are left out.
-std::vector< EntityOp > BatchApply::readEntityOps(
-      const ReadRow & row, const void * collection, In & payload )
+// The next thing that a payload makes of the members, if there is one: entities that are ignored
+// are left out.
+bool BatchApply::nextEntityOp(
+      const ReadRow & row, const void * collection, In & payload, EntityOp & next )
 {
-   std::vector< EntityOp > ops;
    while ( payload.remaining() != 0 ) {
+      next = {};
       const MemberOp op = readOp( payload );
       if ( op != MemberOp::put && row.kind == AttributeKind::child ) {
-         ops.push_back( {} );
-      } else if ( op != MemberOp::put ) {
+         return true;
+      }
+      if ( op != MemberOp::put ) {
          OwnedValue key( *row.own->key );
          row.own->key->decode( payload, key.data() );
          if ( op == MemberOp::del ) {
-            ops.push_back( { nullptr, std::move( key ) } );
-         } else if ( Entity * const kept =
-                           row.own->collection->entity( collection, key.data() ) ) {
-            ops.push_back( { Corvo::Ptr< Entity >( kept ), std::nullopt } );
+            next.key = std::move( key );
+            return true;
          }
+         Entity * const kept = row.own->collection->entity( collection, key.data() );
+         next.member = Corvo::Ptr< Entity >( kept );
       } else if ( row.kind == AttributeKind::references ) {
-         if ( const Corvo::Ptr< Entity > target = targetOf( payload.getVarint(), *row.own ) ) {
-            ops.push_back( { target, std::nullopt } );
-         }
-      } else if ( const Corvo::Ptr< Entity > child = entityOf( readChildHead( payload ).number ) ) {
-         ops.push_back( { child, std::nullopt } );
+         next.member = targetOf( payload.getVarint(), *row.own );
+      } else {
+         next.member = entityOf( readChildHead( payload ).number );
+      }
+      if ( next.member ) {
+         return true;
       }
    }
-   return ops;
+   return false;
 }
 
 // ---- Entities that the replica has ------------------------------------------------------------
 
-void BatchApply::applyExisting( Entity & entity, const Record & record )
+void BatchApply::applyExisting( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
    std::vector< bool > mentioned( record.whole ? type.rows.size() : 0 );
-   In in = record.attributes;
-   if ( in.remaining() != 0 ) {
-      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+   if ( attributes.remaining() != 0 ) {
+      eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
          if ( record.whole ) {
             mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
          }
@@ -209,14 +234,18 @@ void BatchApply::stageAttribute( Entity & entity, const ReadRow & row, In payloa
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
       const bool whole = readMode( payload );
-      std::vector< EntityOp > ops = readEntityOps( row, storage, payload );
-      if ( whole || !ops.empty() ) {
-         pending_.add(
-               own.collection->stream->stageEntities( storage, ops, whole ), entity, own.id );
-      }
+      const auto next = [ & ]( EntityOp & op ) {
+         return nextEntityOp( row, storage, payload, op );
+      };
+      const auto atMost = [ & ] { return countMembers( row, payload ); };
+      pending_.add( own.collection->stream->stageEntities( storage, { next, atMost },
+                          { whole, entity.publisher().hasNotifiee() } ),
+            entity, own.id );
    } else if ( row.isCollection() ) {
       const bool whole = readMode( payload );
-      pending_.add( own.collection->stream->stage( storage, payload, whole ), entity, own.id );
+      pending_.add( own.collection->stream->stage(
+                          storage, payload, { whole, entity.publisher().hasNotifiee() } ),
+            entity, own.id );
    } else {
       stageValue( entity, own, readValue( own, payload ) );
    }
@@ -242,11 +271,13 @@ void BatchApply::stageInitial( Entity & entity, const ReadRow & row )
    const AttributeRow & own = *row.own;
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
-      std::vector< EntityOp > none;
-      pending_.add( own.collection->stream->stageEntities( storage, none, true ), entity, own.id );
+      pending_.add(
+            own.collection->stream->stageEntities( storage, noOps(), { .whole = true } ), entity,
+            own.id );
    } else if ( row.isCollection() ) {
       In nothing( nullptr, 0 );
-      pending_.add( own.collection->stream->stage( storage, nothing, true ), entity, own.id );
+      pending_.add(
+            own.collection->stream->stage( storage, nothing, { .whole = true } ), entity, own.id );
    } else if ( row.initial ) {
       stageValue( entity, own, *row.initial );
    }

@@ -56,8 +56,10 @@ const ReadType & memberType( const ReadRow & row, const ReadTypes & types )
    return *types[ row.memberType - 1 ];
 }
 
-void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types )
+// Returns how many children are put in.
+std::size_t checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types )
 {
+   std::size_t introduced = 0;
    std::size_t members = 0;
    while ( payload.remaining() != 0 ) {
       if ( ++members > 1 && row.kind == AttributeKind::child ) {
@@ -75,34 +77,41 @@ void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes
             continue;
          }
          if ( !row.own ) {
-            return; // the key's layout is not known here
+            return introduced; // the key's layout is not known here
          }
          row.own->key->check( payload );
       } else if ( row.kind == AttributeKind::references ) {
          payload.getVarint();
       } else {
          checkArguments( memberType( row, types ), readChildHead( payload ).arguments );
+         ++introduced;
       }
    }
+   return introduced;
 }
 
-void checkAttribute( const ReadRow & row, In payload, const ReadTypes & types )
+// Returns how many children are put in.
+std::size_t checkAttribute( const ReadRow & row, In payload, const ReadTypes & types )
 {
    if ( row.hasEntities() ) {
       const bool whole = readMode( payload );
-      checkEntities( row, payload, whole, types );
-   } else if ( row.own && row.isCollection() ) {
+      return checkEntities( row, payload, whole, types );
+   }
+   if ( row.own && row.isCollection() ) {
       const bool whole = readMode( payload );
       row.own->collection->stream->check( payload, whole );
    } else if ( row.own ) {
       checkValue( *row.own, payload );
    }
+   return 0;
 }
 
 } // namespace
 
-void checkRecords( const BatchFrame & frame, const ReadTypes & types, const TypeData & root )
+std::size_t checkRecords(
+      const BatchFrame & frame, const ReadTypes & types, const TypeData & root )
 {
+   std::size_t introduced = frame.whole ? 1 : 0;
    In in = frame.content;
    if ( frame.whole ) {
       if ( types.empty() || types.front()->own != &root ) {
@@ -118,13 +127,15 @@ void checkRecords( const BatchFrame & frame, const ReadTypes & types, const Type
       const ReadType & type = *types[ head.typeNumber ];
       if ( head.kind == Batch::RecordKind::outside ) {
          checkArguments( type, head.arguments );
+         ++introduced;
       } else if ( frame.whole && !head.whole() ) {
          throw Exception( "a batch of the whole tree changes an entity" );
       }
       eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
-         checkAttribute( row, payload, types );
+         introduced += checkAttribute( row, payload, types );
       } );
    }
+   return introduced;
 }
 
 } // namespace Vok::Detail

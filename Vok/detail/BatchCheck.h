@@ -3,10 +3,14 @@
 
 #include "Vok/detail/BatchReader.h"
 
+#include <cstddef>
+
 namespace Vok::Detail {
 
 /// Reads every record and every value of a batch and keeps none. Throws NboAttrLog::Exception or
-/// Corvo::RangeException for what could not be applied to a replica of this root type.
-void checkRecords( const BatchFrame & frame, const ReadTypes & types, const TypeData & root );
+/// Corvo::RangeException for what could not be applied to a replica of this root type. Returns how
+/// many entities the batch introduces, or more where it speaks of one twice.
+std::size_t checkRecords(
+      const BatchFrame & frame, const ReadTypes & types, const TypeData & root );
 
 } // namespace Vok::Detail

@@ -3,7 +3,12 @@
 
 #include "Vok/detail/BatchHistory.h"
 #include "Vok/detail/BatchWriter.h"
+#include "Vok/detail/Slab.h"
 #include "Vok/detail/StreamOps.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 
 namespace Vok::Detail {
 
@@ -11,6 +16,12 @@ class BatchWriter::Node final : public FlowOutBase {
  public:
    Node( BatchWriter & owner, Entity & followed, Node * above );
    ~Node() override;
+
+   static void * operator new( std::size_t size ) { return slabAllocate( size ); }
+   static void operator delete( void * memory, std::size_t size ) noexcept
+   {
+      slabFree( memory, size );
+   }
 
    void onChange( const Corvo::Change & change ) override;
 
@@ -49,7 +60,7 @@ class BatchWriter::Node final : public FlowOutBase {
    std::uint64_t number = 0; ///< under which the reader knows it
    std::uint64_t birth = 0; ///< the batch that introduced it first; 0 while none has
    std::uint64_t known = 0; ///< the batch that introduced it last; 0 while none has
-   std::uint64_t references = 0; ///< written references that lead here
+   std::uint32_t references = 0; ///< written references that lead here; 2^32 would fill 32 GiB
    bool outside = false; ///< no part of the tree
    bool left = false; ///< the reader has not been told that it is outside
    std::uint64_t leftAt = 0; ///< the batch that told it last; 0 while none has

@@ -71,8 +71,8 @@ void BatchReader::read( In & in )
       checkPlace( frame );
       ReadTypes types = frame.whole ? ReadTypes() : types_;
       readTypes( frame.content, types );
-      checkRecords( frame, types, root_->typeData() );
-      apply = std::make_unique< BatchApply >( *this, frame, std::move( types ) );
+      const std::size_t introduced = checkRecords( frame, types, root_->typeData() );
+      apply = std::make_unique< BatchApply >( *this, frame, std::move( types ), introduced );
       apply->prepare();
    } catch ( const Corvo::RangeException & e ) {
       in = before;

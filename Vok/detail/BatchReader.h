@@ -8,30 +8,15 @@
 #pragma once
 
 #include "Vok/Entity.h"
-#include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
 #include "Vok/NboAttrLogSa.h"
 #include "Vok/detail/ReadType.h"
+#include "Vok/detail/ReplicaSlots.h"
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace Vok::Detail {
-
-/// One entity of the replica, under the number that the stream gives it. The link is null when
-/// the entity is gone.
-struct ReplicaSlot {
-   EntityLink link;
-   std::uint32_t type = 0; ///< its number in the stream
-   std::uint64_t birth = 0; ///< the batch that introduced it first
-   std::uint64_t parent = 0; ///< the number of the parent
-   bool outside = false; ///< it has none
-   std::uint64_t verified = 0; ///< when it was last found in its place
-};
-
-using ReplicaSlots = HashMap2018< MapNode< std::uint64_t, std::unique_ptr< ReplicaSlot > >,
-      std::uint64_t, std::unique_ptr< ReplicaSlot > >;
 
 /// What stands before the records of a batch.
 struct BatchFrame {
@@ -61,8 +46,8 @@ class BatchReader {
    std::uint64_t stream_ = 0;
    std::uint64_t last_ = 0; // the last batch read; 0 while there is none
    ReadTypes types_;
-   ReplicaSlots slots_;
    std::uint64_t shapeChanges_ = 1; // counted up when an entity of the replica leaves its parent
+   ReplicaSlots slots_{ shapeChanges_ };
    std::vector< Corvo::String > passedOver_;
 };
 

@@ -25,8 +25,8 @@ Corvo::Ptr< Entity > BatchApply::entityOf( std::uint64_t number )
    if ( frame_.whole ) {
       return nullptr;
    }
-   const auto * const found = reader_.slots_.find( number );
-   return found && inPlace( *found->value ) ? found->value->link.entity : nullptr;
+   const ReplicaSlot slot = reader_.slots_.find( number );
+   return slot && inPlace( slot ) ? slot.entity() : nullptr;
 }
 
 // What a reference leads to: the entity, wherever it stands; null where it is gone. Throws for a
@@ -36,8 +36,8 @@ Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const Attribute
    Corvo::Ptr< Entity > target;
    if ( const Intro * const intro = introOf( number ) ) {
       target = intro->entity;
-   } else if ( const auto * const found = frame_.whole ? nullptr : reader_.slots_.find( number ) ) {
-      target = found->value->link.entity;
+   } else if ( const auto slot = frame_.whole ? ReplicaSlot() : reader_.slots_.find( number ) ) {
+      target = slot.entity();
    } else {
       throw Exception( "a reference of a batch, " + std::string( row.name ) + ", leads nowhere" );
    }
@@ -50,30 +50,30 @@ Corvo::Ptr< Entity > BatchApply::targetOf( std::uint64_t number, const Attribute
 
 // Whether a slot's entity still stands where the stream put it: the replica's own users may have
 // deleted it, or something above it. What was found once holds until something leaves its parent.
-bool BatchApply::inPlace( ReplicaSlot & slot )
+bool BatchApply::inPlace( ReplicaSlot slot )
 {
    line_.clear();
    bool there = true;
-   for ( ReplicaSlot * at = &slot; at->verified != reader_.shapeChanges_; ) {
-      if ( !at->link.entity ) {
+   for ( ReplicaSlot at = slot; !at.verified(); ) {
+      const Entity * const entity = at.entity();
+      if ( !entity ) {
          there = false;
          break;
       }
       line_.push_back( at );
-      if ( at->outside || at->link.entity == reader_.root_.get() ) {
+      if ( at.place().outside || entity == reader_.root_.get() ) {
          break;
       }
-      const auto * const above = reader_.slots_.find( at->parent );
-      if ( !above || at->link.entity->parent() != above->value->link.entity ||
-            !at->link.entity->parent() ) {
+      const ReplicaSlot above = reader_.slots_.find( at.place().parent );
+      if ( !above || !entity->parent() || entity->parent() != above.entity() ) {
          there = false;
          break;
       }
-      at = above->value.get();
+      at = above;
    }
    if ( there ) {
-      for ( ReplicaSlot * const found : line_ ) {
-         found->verified = reader_.shapeChanges_;
+      for ( const ReplicaSlot found : line_ ) {
+         found.verify();
       }
    }
    return there;
@@ -82,13 +82,9 @@ bool BatchApply::inPlace( ReplicaSlot & slot )
 // An entity that the same stream introduced before, and that the replica still has.
 Corvo::Ptr< Entity > BatchApply::known( const Intro & intro )
 {
-   const auto * const found = sameStream_ ? reader_.slots_.find( intro.number ) : nullptr;
-   if ( !found ) {
-      return nullptr;
-   }
-   const ReplicaSlot & slot = *found->value;
-   Entity * const entity = slot.link.entity;
-   if ( slot.birth != intro.birth || !entity || &entity->typeData() != types_[ intro.type ]->own ) {
+   const ReplicaSlot slot = sameStream_ ? reader_.slots_.find( intro.number ) : ReplicaSlot();
+   Entity * const entity = slot && slot.place().birth == intro.birth ? slot.entity() : nullptr;
+   if ( !entity || &entity->typeData() != types_[ intro.type ]->own ) {
       return nullptr;
    }
    const bool placed = intro.outside || !entity->parent() ||
@@ -187,8 +183,8 @@ bool BatchApply::sameArguments(
 void BatchApply::resolveAll()
 {
    std::vector< Intro * > stack;
-   for ( const auto & intro : intros_ ) {
-      stack.push_back( intro.get() );
+   for ( Intro & intro : intros_ ) {
+      stack.push_back( &intro );
       while ( !stack.empty() ) {
          Intro & top = *stack.back();
          if ( top.state == Intro::State::ready ) {

@@ -60,6 +60,9 @@ void BatchWriter::Node::onChange( const Corvo::Change & change )
          owner.release( *old ); // a reference that was written
       }
    }
+   if ( owner.whole_ ) {
+      return; // the next batch has all of it
+   }
    try {
       dirty().note( change );
    } catch ( const std::bad_alloc & ) {
@@ -119,7 +122,8 @@ BatchWriter::Node & BatchWriter::nodeOf( const Entity & entity, Node * parent )
    const auto [ at, inserted ] = nodes_.findOrInsert( &entity, [ & ] {
       auto node = std::make_unique< Node >( *this, const_cast< Entity & >( entity ), parent );
       if ( freeNumbers_.capacity() <= nodes_.size() ) {
-         freeNumbers_.reserve( 2 * nodes_.size() + 1 ); // so that giving a number back cannot fail
+         // So that giving a number back cannot fail.
+         freeNumbers_.reserve( nodes_.size() + nodes_.size() / 4 + 8 );
       }
       if ( freeNumbers_.empty() ) {
          node->number = nextNumber_++;

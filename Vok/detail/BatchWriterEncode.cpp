@@ -412,6 +412,7 @@ void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t
    out.putBytes( body_.data(), body_.size() );
    if ( body_.size() > bodyKept ) {
       body_ = NboAttrLog::Out();
+      queue_ = {};
    }
    const std::size_t length = out.size() - start + Batch::checksumSize;
    if ( length > std::numeric_limits< std::uint32_t >::max() ) {

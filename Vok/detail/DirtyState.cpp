@@ -13,7 +13,8 @@ namespace Vok::Detail {
 DirtyState::DirtyState( const TypeData & type ) : type_( &type )
 {
    if ( const std::size_t count = wordCount(); count > 1 ) {
-      many_ = std::make_unique< std::uint64_t[] >( count );
+      rest_ = std::make_unique< Rest >();
+      rest_->words = std::make_unique< std::uint64_t[] >( count );
    }
 }
 
@@ -43,27 +44,37 @@ void DirtyState::note( const Corvo::Change & change )
    }
 }
 
+DirtyKeys & DirtyState::keysOf( std::size_t index, const AttributeRow & row )
+{
+   if ( !rest_ ) {
+      rest_ = std::make_unique< Rest >();
+   }
+   std::vector< KeySet > & sets = rest_->keySets;
+   auto set = std::find_if(
+         sets.begin(), sets.end(), [ index ]( const KeySet & s ) { return s.index == index; } );
+   if ( set == sets.end() ) {
+      sets.push_back( { index, row.collection->stream->dirtyKeys() } );
+      set = sets.end() - 1;
+   }
+   return *set->keys;
+}
+
 void DirtyState::noteKey(
       const Corvo::Change & change, std::size_t index, const AttributeRow & row )
 {
-   auto set = std::find_if( keySets_.begin(), keySets_.end(),
-         [ index ]( const KeySet & s ) { return s.index == index; } );
-   if ( set == keySets_.end() ) {
-      keySets_.push_back( { index, row.collection->stream->dirtyKeys() } );
-      set = keySets_.end() - 1;
-   }
+   DirtyKeys & keys = keysOf( index, row );
    // Changes of one member may be told in another order than they were stored in, when notifiees
    // make some: then nothing is known of what was before.
    const bool insertion =
          !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
    const void * const key = change.keyAddress();
-   set->keys->note( key, insertion, [ & ] {
+   keys.note( key, insertion, [ & ] {
       return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
    } );
    keysChanged_ = true;
    const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;
    std::uint64_t & word = words()[ index / 64 ];
-   word = set->keys->size() != 0 ? word | bit : word & ~bit;
+   word = keys.size() != 0 ? word | bit : word & ~bit;
 }
 
 bool DirtyState::any() const noexcept
@@ -73,7 +84,10 @@ bool DirtyState::any() const noexcept
 
 const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
 {
-   for ( const KeySet & set : keySets_ ) {
+   if ( !keysChanged_ ) {
+      return nullptr;
+   }
+   for ( const KeySet & set : rest_->keySets ) {
       if ( set.index == index && set.keys->size() != 0 ) {
          return set.keys.get();
       }
@@ -84,7 +98,9 @@ const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
 void DirtyState::clear( const Corvo::Publisher & publisher ) noexcept
 {
    std::fill( words(), words() + wordCount(), 0 );
-   keySets_.clear();
+   if ( rest_ ) {
+      rest_->keySets.clear();
+   }
    keysChanged_ = false;
    trusting_ = !publisher.busy();
 }

@@ -56,16 +56,27 @@ class VOK_EXPORT DirtyState {
       std::unique_ptr< DirtyKeys > keys;
    };
 
-   const std::uint64_t * words() const noexcept { return many_ ? many_.get() : &one_; }
-   std::uint64_t * words() noexcept { return many_ ? many_.get() : &one_; }
+   // What most entities do without.
+   struct Rest {
+      std::unique_ptr< std::uint64_t[] > words; // the bits of a type of more than 64 attributes
+      std::vector< KeySet > keySets;
+   };
+
+   const std::uint64_t * words() const noexcept
+   {
+      return rest_ && rest_->words ? rest_->words.get() : &one_;
+   }
+   std::uint64_t * words() noexcept
+   {
+      return rest_ && rest_->words ? rest_->words.get() : &one_;
+   }
    std::size_t wordCount() const noexcept;
+   void noteKey( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
+   DirtyKeys & keysOf( std::size_t index, const AttributeRow & row );
 
    const TypeData * type_;
    std::uint64_t one_ = 0; // the bits of a type of at most 64 attributes
-   std::unique_ptr< std::uint64_t[] > many_; // those of a larger one
-   void noteKey( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
-
-   std::vector< KeySet > keySets_;
+   std::unique_ptr< Rest > rest_;
    bool keysChanged_ = false;
    bool trusting_ = true; // a first insertion tells that a reader has no such member
 };

@@ -9,7 +9,6 @@ namespace Vok::Detail {
 template< class T > struct ListLink {
    T * before = nullptr;
    T * after = nullptr;
-   bool linked = false;
 };
 
 /// The members that are linked through `links[ number ]`. Owns none of them; they leave before
@@ -20,14 +19,14 @@ template< class T, std::size_t number > class LinkedList {
    T * last() const noexcept { return last_; }
    static T * next( const T & member ) noexcept { return member.links[ number ].after; }
 
-   /// Puts a member in front of all others; silent where it is linked already.
+   /// Puts a member, which is in no other list of that number, in front of all others; silent where
+   /// it is linked already.
    void push( T & member ) noexcept
    {
-      ListLink< T > & link = member.links[ number ];
-      if ( link.linked ) {
+      if ( has( member ) ) {
          return;
       }
-      link = { nullptr, first_, true };
+      member.links[ number ] = { nullptr, first_ };
       ( first_ ? first_->links[ number ].before : last_ ) = &member;
       first_ = &member;
    }
@@ -35,16 +34,21 @@ template< class T, std::size_t number > class LinkedList {
    /// Takes a member out; silent where it is not linked.
    void remove( T & member ) noexcept
    {
-      ListLink< T > & link = member.links[ number ];
-      if ( !link.linked ) {
+      if ( !has( member ) ) {
          return;
       }
+      ListLink< T > & link = member.links[ number ];
       ( link.before ? link.before->links[ number ].after : first_ ) = link.after;
       ( link.after ? link.after->links[ number ].before : last_ ) = link.before;
       link = {};
    }
 
  private:
+   bool has( const T & member ) const noexcept
+   {
+      return member.links[ number ].before || first_ == &member;
+   }
+
    T * first_ = nullptr;
    T * last_ = nullptr;
 };

@@ -38,8 +38,8 @@ void PendingTell::hold( Entry & entry ) noexcept
    Corvo::Publisher & publisher = entry.change->owner->publisher();
    if ( publisher.hasNotifiee() ) {
       entry.held = true;
-      entry.upTo = publisher.list_->used;
-      ++publisher.list_->holds;
+      entry.upTo = publisher.notifiees()->used;
+      ++publisher.notifiees()->holds;
    }
 }
 
@@ -48,7 +48,7 @@ void PendingTell::letGo( Entry & entry ) noexcept
    if ( entry.held ) {
       Corvo::Publisher & publisher = entry.change->owner->publisher();
       entry.held = false;
-      --publisher.list_->holds;
+      --publisher.notifiees()->holds;
       publisher.compact();
    }
 }
@@ -69,7 +69,7 @@ void PendingTell::tell()
          continue;
       }
       Staged & change = *entry.change;
-      bool & ofBatch = change.owner->publisher().list_->ofBatch;
+      bool & ofBatch = change.owner->publisher().notifiees()->ofBatch;
       const bool outer = std::exchange( ofBatch, true );
       const auto tellOne = [ & ]( AnyValue key, AnyValue oldValue ) {
          try {

@@ -72,6 +72,18 @@ template< class Key > class DirtyKeysOf final : public DirtyKeys {
    Keys fresh_; // were not there
 };
 
+/// The operations of a payload on children or references, one after the other.
+struct EntityOps {
+   FunctionRef< bool( EntityOp & op ) > next; ///< false at the end
+   FunctionRef< std::size_t() > atMost; ///< how many there are, or more
+};
+
+/// How a payload is staged.
+struct StageMode {
+   bool whole = false; ///< the collection becomes what the payload says; else that is done to it
+   bool heard = true; ///< somebody may have to be told
+};
+
 struct StreamOps {
    std::unique_ptr< DirtyKeys > ( *dirtyKeys )();
 
@@ -82,14 +94,12 @@ struct StreamOps {
    /// Reads all members into the collection of a fresh entity. Maps and sets only.
    void ( *load )( void * collection, NboAttrLog::In & in );
 
-   /// Stages what a payload asks for: in whole mode the collection becomes what the payload says,
-   /// else its operations are applied. Maps and sets only; null where nothing differs.
-   std::unique_ptr< Staged > ( *stage )( void * collection, NboAttrLog::In & in, bool whole );
+   /// Stages what a payload asks for. Maps and sets only; null where nothing differs.
+   std::unique_ptr< Staged > ( *stage )( void * collection, NboAttrLog::In & in, StageMode mode );
 
-   /// Stages changes of children or references: what each key becomes. In whole mode every other
-   /// member goes.
+   /// Stages changes of children or references: what each key becomes. Null where nothing differs.
    std::unique_ptr< Staged > ( *stageEntities )(
-         void * collection, std::vector< EntityOp > & ops, bool whole );
+         void * collection, const EntityOps & ops, StageMode mode );
 
    /// Puts a fresh child, or a reference, into the collection of a fresh entity.
    void ( *adopt )( Entity & owner, void * collection, const Entity & member );
@@ -165,6 +175,17 @@ template< class Map > struct NodeLog {
       }
    }
 
+   /// Reads past a node and knows nothing of it; throws what `read` would.
+   static void skip( NboAttrLog::In & in )
+   {
+      if constexpr ( !keyed ) {
+         checkLog< Key >( in );
+      }
+      if constexpr ( !isSet ) {
+         checkLog< typename NodeValue< Node >::Type >( in );
+      }
+   }
+
    static bool same( const Node & a, const Node & b )
    {
       if constexpr ( isSet ) {
@@ -182,6 +203,35 @@ template< class Map > struct NodeLog {
          return any( node.value );
       }
    }
+};
+
+/// What an empty collection becomes that nobody listens to: the members themselves, with no notes
+/// of what was there.
+template< class Map, bool owned > class StagedFill final : public Staged {
+ public:
+   explicit StagedFill( Map & map ) : map_( map ) {}
+
+   Map & members() noexcept { return members_; }
+
+   void commit() noexcept override
+   {
+      map_.swap( members_ );
+      if constexpr ( owned ) {
+         // A batch may say twice what the collection becomes.
+         for ( typename Map::Cursor cursor( members_ ); !cursor.atEnd(); cursor.next() ) {
+            EntityAccess::leave( *cursor.node()->child );
+         }
+         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
+            EntityAccess::enter( *cursor.node()->child, *owner );
+         }
+      }
+   }
+
+   void notify( const Tell & ) override {}
+
+ private:
+   Map & map_;
+   Map members_;
 };
 
 template< class Map > class StagedMap final : public Staged {
@@ -290,6 +340,13 @@ template< class Map > struct MapStreamOps {
    static void load( void * collection, NboAttrLog::In & in )
    {
       Map & map = *static_cast< Map * >( collection );
+      if constexpr ( requires { map.capacity(); } ) {
+         std::size_t count = 0;
+         for ( NboAttrLog::In ahead = in; ahead.remaining() != 0; ++count ) {
+            Log::skip( ahead );
+         }
+         map.reserve( map.size() + count );
+      }
       while ( in.remaining() != 0 ) {
          auto node = Log::read( in );
          if ( !map.findOrInsert( node.fwkKey(), [ & ] { return std::move( node ); } ).second ) {
@@ -297,10 +354,17 @@ template< class Map > struct MapStreamOps {
          }
       }
    }
-   static std::unique_ptr< Staged > stage( void * collection, NboAttrLog::In & in, bool whole )
+   static std::unique_ptr< Staged > stage(
+         void * collection, NboAttrLog::In & in, StageMode mode )
    {
-      auto staged = std::make_unique< StagedMap< Map > >( *static_cast< Map * >( collection ) );
-      const bool differs = staged->prepare( in, whole );
+      Map & map = *static_cast< Map * >( collection );
+      if ( mode.whole && !mode.heard && map.empty() ) {
+         auto filled = std::make_unique< StagedFill< Map, false > >( map );
+         load( &filled->members(), in );
+         return filled->members().empty() ? nullptr : std::move( filled );
+      }
+      auto staged = std::make_unique< StagedMap< Map > >( map );
+      const bool differs = staged->prepare( in, mode.whole );
       return differs ? std::move( staged ) : nullptr;
    }
 };
@@ -322,11 +386,16 @@ template< class Map, bool owned > class StagedEntities final : public Staged {
  public:
    StagedEntities( Map & map ) : map_( map ) {}
 
-   bool prepare( std::vector< EntityOp > & ops, bool whole )
+   bool prepare( const EntityOps & ops, bool whole )
    {
       HSet< Key > seen;
       std::size_t insertions = 0;
-      for ( const EntityOp & op : ops ) {
+      if ( whole ) {
+         const std::size_t atMost = ops.atMost();
+         seen.reserve( atMost );
+         changes_.reserve( atMost > map_.size() ? atMost - map_.size() : 0 );
+      }
+      for ( EntityOp op; ops.next( op ); ) {
          P next( const_cast< T * >( static_cast< const T * >( op.member.get() ) ) );
          Key key =
                next ? Key( Node::keyOf( *next ) ) : *static_cast< const Key * >( op.key->data() );
@@ -399,25 +468,45 @@ template< class Map, bool owned > struct EntitiesStreamOps {
    using T = typename P::element_type;
 
    static std::unique_ptr< Staged > stage(
-         void * collection, std::vector< EntityOp > & ops, bool whole )
+         void * collection, const EntityOps & ops, StageMode mode )
    {
-      auto staged =
-            std::make_unique< StagedEntities< Map, owned > >( *static_cast< Map * >( collection ) );
-      const bool differs = staged->prepare( ops, whole );
+      Map & map = *static_cast< Map * >( collection );
+      if ( mode.whole && !mode.heard && map.empty() ) {
+         auto filled = std::make_unique< StagedFill< Map, owned > >( map );
+         if constexpr ( requires( Map some ) { some.capacity(); } ) {
+            filled->members().reserve( ops.atMost() );
+         }
+         for ( EntityOp op; ops.next( op ); ) {
+            insert( filled->members(), memberOf( op ) );
+         }
+         return filled->members().empty() ? nullptr : std::move( filled );
+      }
+      auto staged = std::make_unique< StagedEntities< Map, owned > >( map );
+      const bool differs = staged->prepare( ops, mode.whole );
       return differs ? std::move( staged ) : nullptr;
    }
 
    static void adopt( Entity & owner, void * collection, const Entity & member )
    {
-      Map & map = *static_cast< Map * >( collection );
       T & t = *const_cast< T * >( static_cast< const T * >( &member ) );
-      if ( !map.findOrInsert( Node::keyOf( t ), [ & ] { return Node{ P( &t ) }; } ).second ) {
-         memberTwice();
-      }
+      insert( *static_cast< Map * >( collection ), t );
       if constexpr ( owned ) {
          EntityAccess::enter( t, owner );
       } else {
          (void)owner;
+      }
+   }
+
+ private:
+   static T & memberOf( const EntityOp & op ) noexcept
+   {
+      return *const_cast< T * >( static_cast< const T * >( op.member.get() ) );
+   }
+   static void insert( Map & map, T & member )
+   {
+      const auto make = [ & ] { return Node{ P( &member ) }; };
+      if ( !map.findOrInsert( Node::keyOf( member ), make ).second ) {
+         memberTwice();
       }
    }
 };
@@ -461,10 +550,16 @@ template< class T > class StagedChild final : public Staged {
 };
 
 template< class T > struct ChildStreamOps {
-   static std::unique_ptr< Staged > stage( void * collection, std::vector< EntityOp > & ops, bool )
+   static std::unique_ptr< Staged > stage(
+         void * collection, const EntityOps & ops, StageMode mode )
    {
       auto & stored = *static_cast< Corvo::Ptr< T > * >( collection );
-      const Entity * const next = ops.empty() ? nullptr : ops.front().member.get();
+      EntityOp op;
+      const bool told = ops.next( op );
+      if ( !told && !mode.whole ) {
+         return nullptr;
+      }
+      const Entity * const next = told ? op.member.get() : nullptr;
       if ( stored.get() == next ) {
          return nullptr;
       }

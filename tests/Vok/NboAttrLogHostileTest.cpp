@@ -68,6 +68,24 @@ template< class V > void expectPrefixesRefused( const V & value )
    return made;
 }
 
+TEST( NboAttrLogHostileTest, numbersLongerThanTheyNeedToBe )
+{
+   // More than 64 bits, or a last byte that adds nothing.
+   for ( const std::string_view digits : { "8000", "ff00", "818000", "8080808080808080808000",
+               "ffffffffffffffffff02", "ffffffffffffffffff8100", "80808080808080808000" } ) {
+      const std::string bytes = bytesOf( digits );
+      In in = logOf( bytes );
+      try {
+         in.getVarint();
+         ADD_FAILURE() << digits << " is taken";
+      } catch ( const Exception & e ) {
+         EXPECT_STREQ(
+               e.what(), "a number in an attribute log is longer than it needs to be" )
+               << digits;
+      }
+   }
+}
+
 TEST( NboAttrLogHostileTest, everyPrefixOfEveryValueIsRefused )
 {
    expectPrefixesRefused( ::Test::Level( 3 ) );

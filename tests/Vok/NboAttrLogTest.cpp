@@ -37,6 +37,26 @@ TEST( NboAttrLogTest, numbersAtTheirWidthMostSignificantByteFirst )
    EXPECT_EQ( in.remaining(), 0U );
 }
 
+TEST( NboAttrLogTest, numbersOfAnyWidthInSevenBitsAByte )
+{
+   struct Row {
+      std::uint64_t number;
+      std::string_view bytes;
+   };
+   for ( const Row & row : { Row{ 0, "00" }, Row{ 1, "01" }, Row{ 127, "7f" },
+               Row{ 128, "8001" }, Row{ 16383, "ff7f" }, Row{ 16384, "808001" },
+               Row{ 0x7fffffffffffffff, "ffffffffffffffff7f" },
+               Row{ 0x8000000000000000, "80808080808080808001" },
+               Row{ 0xffffffffffffffff, "ffffffffffffffffff01" } } ) {
+      Out out;
+      out.putVarint( row.number );
+      EXPECT_EQ( hex( out ), row.bytes ) << row.number;
+      In in( out.data(), out.size() );
+      EXPECT_EQ( in.getVarint(), row.number );
+      EXPECT_EQ( in.remaining(), 0U ) << row.number;
+   }
+}
+
 TEST( NboAttrLogTest, truthValuesAndDoubles )
 {
    Out out;

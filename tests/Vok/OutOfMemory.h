@@ -6,6 +6,8 @@
 #include "tests/support/Recorder.h"
 
 #include "Vok/Vok.h"
+#include "Vok/detail/BatchNode.h"
+#include "Vok/detail/ReplicaSlots.h"
 #include "Vok/detail/Slab.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +20,8 @@
 
 namespace TestSupport {
 
-/// While it lives, no slab of the test module's entities has room: each entity that is made asks
-/// for memory, so that it can fail.
+/// While it lives, no slab of the test module's entities, and of what is made for them, has room:
+/// each asks for memory, so that it can fail.
 class FullSlabs {
  public:
    FullSlabs()
@@ -27,7 +29,8 @@ class FullSlabs {
       for ( const std::size_t size : { sizeof( Test::Leaf ), sizeof( Test::Bare ),
                   sizeof( Test::Host ), sizeof( Test::Slot ), sizeof( Test::Numbered ),
                   sizeof( Test::Group ), sizeof( Test::Binding ), sizeof( Test::Tree ),
-                  sizeof( Test::Root ) } ) {
+                  sizeof( Test::Root ), sizeof( Vok::Detail::NotifieeList ),
+                  sizeof( Vok::Detail::SlotPage ), sizeof( Vok::Detail::BatchWriter::Node ) } ) {
          fill( size );
       }
    }

@@ -254,6 +254,27 @@ TEST( StreamRefusalTest, onlyAWholeCollectionKeepsChildren )
    ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
 }
 
+TEST( StreamRefusalTest, bytesBehindAValueAreRefused )
+{
+   Source source;
+   Replica replica;
+   replica.read( source.batch() );
+   source.root->titleIs( "tt" );
+   const Bytes batch = source.batch();
+   const auto byte = []( int number ) { return static_cast< std::byte >( number ); };
+   const Bytes value = { byte( 6 ), byte( 0 ), byte( 0 ), byte( 0 ), byte( 2 ), byte( 't' ),
+      byte( 't' ) };
+   Bytes forged = batch;
+   const auto at = std::search( forged.begin(), forged.end(), value.begin(), value.end() );
+   ASSERT_NE( at, forged.end() );
+   *at = byte( 7 );
+   forged.insert( at + static_cast< std::ptrdiff_t >( value.size() ), byte( 't' ) );
+   EXPECT_EQ( replica.refusal( signedAgain( std::move( forged ) ) ),
+         "a value is longer than what it holds" );
+   replica.read( batch );
+   ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
+}
+
 TEST( StreamRefusalTest, aBoundOrCodeIsRefusedWithItsMessage )
 {
    Source source;

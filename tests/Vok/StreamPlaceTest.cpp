@@ -215,6 +215,26 @@ TEST( StreamPlaceTest, whatCameAndWentWhileAReaderStoppedIsBounded )
    tree.expectSame();
 }
 
+TEST( StreamPlaceTest, aKeyThatGoesAndComesAgainIsToldAlone )
+{
+   Stopped tree( []( ::Test::Root & root ) {
+      for ( std::uint32_t i = 0; i != 100; ++i ) {
+         root.namesIs( i, "stays" );
+      }
+   } );
+   for ( std::uint32_t i = 0; i != 1000; ++i ) {
+      tree.source.root->namesDel( 7 );
+      tree.source.batch();
+      tree.source.root->namesIs( 7, "came again" );
+      tree.source.batch();
+   }
+   Vok::NboAttrLog::Out out;
+   EXPECT_EQ( tree.reader.place->catchUp( out ), Told::changes );
+   EXPECT_LT( out.size(), 120U );
+   tree.reader.read( out.bytes() );
+   tree.expectSame();
+}
+
 /// Of a collection of which more has gone than is there, what stays is told to stay.
 TEST( StreamPlaceTest, childrenThatStayKeepTheirIdentity )
 {

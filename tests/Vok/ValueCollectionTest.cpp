@@ -145,7 +145,7 @@ TEST( ValueCollectionTest, deletingWhatIsIteratedSeesEveryOtherMemberOnce )
    for ( const std::uint16_t tag : shelf.tags() ) {
       const std::uint16_t t = tag;
       ++tags[ t ];
-      if ( t % 2 == 0 ) {
+      if ( t < 500 && t % 2 == 0 ) { // what is deleted and comes again may be seen again
          shelf.tagsDel( t );
       }
       shelf.tagsIs( static_cast< std::uint16_t >( 1000 + t % 7 ) );

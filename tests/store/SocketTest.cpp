@@ -135,7 +135,7 @@ TEST_P( SocketTest, aDescriptorAndATimeoutDriveIt )
       // Nothing here is due later than when it comes, but for what never happens.
       pollfd wait{ own.descriptor(), POLLIN, 0 };
       const bool now = own.timeout() == std::chrono::milliseconds( 0 );
-      const int woken = writing->settled() ? 1 : poll( &wait, 1, now ? 0 : 5000 );
+      const int woken = writing->settled() ? 1 : poll( &wait, 1, now ? 0 : 60000 );
       if ( woken == 0 && !now ) {
          ADD_FAILURE() << "not woken";
          break;

@@ -1,0 +1,178 @@
+// The pages of a reader's table.
+#include "Vok/detail/ReplicaSlots.h"
+
+#include "Vok/Entity.h"
+#include "Vok/detail/Slab.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Vok::Detail {
+
+// ---- SlotPage ---------------------------------------------------------------------------------
+
+SlotPage::SlotPage( std::uint64_t & shapeChanges ) noexcept : shapeChanges_( &shapeChanges )
+{
+   isPage = true;
+}
+
+SlotPage::~SlotPage()
+{
+   for ( const Entity * const entity : entities_ ) {
+      if ( entity ) {
+         entity->publisher().linkDel( *this );
+      }
+   }
+}
+
+void * SlotPage::operator new( std::size_t size )
+{
+   return slabAllocate( size );
+}
+
+void SlotPage::operator delete( void * memory, std::size_t size ) noexcept
+{
+   slabFree( memory, size );
+}
+
+void SlotPage::verify( std::size_t slot ) noexcept
+{
+   if ( verifiedAt_ != *shapeChanges_ ) {
+      verifiedAt_ = *shapeChanges_;
+      verified_ = 0;
+   }
+   verified_ |= std::uint32_t{ 1 } << slot;
+}
+
+void SlotPage::reserve( std::size_t places )
+{
+   if ( places > room_ && room_ < slots ) {
+      const std::size_t room = std::min( std::max( places, 2 * std::size_t{ room_ } ), slots );
+      auto others = std::make_unique< SlotPlace[] >( room - 1 );
+      std::copy_n( others_.get(), room_ - 1, others.get() );
+      others_ = std::move( others );
+      room_ = static_cast< std::uint8_t >( room );
+   }
+}
+
+// The number of a place: an equal one's, or that of one that no slot has any more, or a new one.
+std::size_t SlotPage::numberOf( const SlotPlace & place ) noexcept
+{
+   std::size_t number = 1;
+   for ( ; number <= used_; ++number ) {
+      if ( placeNumber( number ) == place ) {
+         return number;
+      }
+   }
+   for ( number = 1; number <= used_; ++number ) {
+      if ( std::find( placeOf_, placeOf_ + slots, number ) == placeOf_ + slots ) {
+         break;
+      }
+   }
+   used_ = static_cast< std::uint8_t >( std::max< std::size_t >( used_, number ) );
+   ( number == 1 ? first_ : others_[ number - 2 ] ) = place;
+   return number;
+}
+
+void SlotPage::placeIs( std::size_t slot, const SlotPlace & place ) noexcept
+{
+   const SlotPlace copy = place; // it may be the one that goes
+   placeOf_[ slot ] = 0;
+   placeOf_[ slot ] = static_cast< std::uint8_t >( numberOf( copy ) );
+   verified_ &= ~( std::uint32_t{ 1 } << slot );
+}
+
+void SlotPage::fill( std::size_t slot, const SlotPlace & place, Entity * entity )
+{
+   if ( entity ) {
+      entity->publisher().linkIs( *this );
+   }
+   entities_[ slot ] = entity;
+   placeIs( slot, place );
+}
+
+bool SlotPage::links( const Entity & entity ) const noexcept
+{
+   return std::find( entities_, entities_ + slots, &entity ) != entities_ + slots;
+}
+
+void SlotPage::takeAll( SlotPage & other ) noexcept
+{
+   for ( std::size_t slot = 0; slot != slots; ++slot ) {
+      if ( !other.has( slot ) ) {
+         continue;
+      }
+      Entity * const entity = std::exchange( other.entities_[ slot ], nullptr );
+      Entity * const before = std::exchange( entities_[ slot ], entity );
+      if ( entity ) {
+         entity->publisher().linkMoves( other, *this );
+      }
+      if ( before && !links( *before ) ) {
+         before->publisher().linkDel( *this );
+      }
+      placeIs( slot, other.place( slot ) );
+   }
+}
+
+void SlotPage::gone( const Corvo::Publisher & publisher ) noexcept
+{
+   for ( Entity *& entity : entities_ ) {
+      if ( entity && &entity->publisher() == &publisher ) {
+         entity = nullptr;
+      }
+   }
+}
+
+// ---- The table --------------------------------------------------------------------------------
+
+void ReplicaSlot::becomeOutside() const noexcept
+{
+   SlotPlace outside = place();
+   outside.outside = true;
+   page_->placeIs( at_, outside );
+}
+
+ReplicaSlot ReplicaSlots::find( std::uint64_t number ) const noexcept
+{
+   const auto * const found = pages_.find( number / SlotPage::slots );
+   const std::size_t at = number % SlotPage::slots;
+   return found && found->value->has( at ) ? ReplicaSlot( *found->value, at ) : ReplicaSlot();
+}
+
+void ReplicaSlots::insert( std::uint64_t number, const SlotPlace & place, Entity * entity )
+{
+   const auto [ at, inserted ] = pages_.findOrInsert( number / SlotPage::slots, [ & ] {
+      return Node{ number / SlotPage::slots, std::make_unique< SlotPage >( *shapeChanges_ ) };
+   } );
+   SlotPage & page = *at->value;
+   page.reserve( page.places() + 1 );
+   page.fill( number % SlotPage::slots, place, entity );
+}
+
+void ReplicaSlots::reserve( const ReplicaSlots & other )
+{
+   std::size_t fresh = 0;
+   for ( Pages::Cursor cursor( other.pages_ ); !cursor.atEnd(); cursor.next() ) {
+      if ( const Node * const own = pages_.find( cursor.node()->key ) ) {
+         own->value->reserve( own->value->places() + cursor.node()->value->places() );
+      } else {
+         ++fresh;
+      }
+   }
+   pages_.reserve( pages_.size() + fresh );
+}
+
+void ReplicaSlots::takeAll( ReplicaSlots & other ) noexcept
+{
+   for ( Pages::Cursor cursor( other.pages_ ); !cursor.atEnd(); cursor.next() ) {
+      auto & page = const_cast< std::unique_ptr< SlotPage > & >( cursor.node()->value );
+      const auto [ own, fresh ] = pages_.findOrInsert( cursor.node()->key,
+            [ & ] { return Node{ cursor.node()->key, std::move( page ) }; } );
+      if ( !fresh ) {
+         own->value->takeAll( *page );
+      }
+   }
+   other.clear();
+}
+
+} // namespace Vok::Detail

@@ -1,0 +1,31 @@
+// Runs every situation once, between two marks for callgrind, which counts its instructions; `run`
+// beside this file reads them. By itself it only checks that each situation works. With the name of
+// one situation it runs that one many times, for a profile of where its instructions go.
+#include "bench/counts/Situations.h"
+
+#include <valgrind/callgrind.h>
+
+#include <cstdio>
+
+int main( int argc, char ** argv )
+{
+   Bench::Situations situations;
+   Bench::addChanges( situations );
+   Bench::addMaps( situations );
+   Bench::addStreams( situations );
+   Bench::addTexts( situations );
+   for ( const Bench::Situation & situation : situations ) {
+      if ( argc > 1 ) {
+         for ( int times = 0; times != 100 && situation.name == argv[ 1 ]; ++times ) {
+            situation.run();
+         }
+         continue;
+      }
+      situation.run(); // what happens the first time only is not counted
+      CALLGRIND_TOGGLE_COLLECT;
+      situation.run();
+      CALLGRIND_TOGGLE_COLLECT;
+      CALLGRIND_DUMP_STATS_AT( situation.name.c_str() );
+      std::printf( "%s %zu\n", situation.name.c_str(), situation.operations );
+   }
+}
