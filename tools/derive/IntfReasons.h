@@ -25,6 +25,23 @@ Refusals refusals(
 /// Why packets of interfaces cannot be looked at, of those of which they cannot.
 using Troubles = std::map< Wyre::IntfId, std::string >;
 
+/// Keeps why an interface has trouble, or, of an empty reason, that it has none; says whether that
+/// is news.
+template< class Reasons, class Intf >
+bool noteTrouble( Reasons & troubles, const Intf & intf, const std::string & why )
+{
+   const auto before = troubles.find( intf );
+   if ( ( before == troubles.end() ? std::string() : before->second ) == why ) {
+      return false;
+   }
+   if ( why.empty() ) {
+      troubles.erase( before );
+   } else {
+      troubles[ intf ] = why;
+   }
+   return true;
+}
+
 /// Why flows are not tracked on an interface by its binding; empty where they are.
 class IntfReasons {
  public:

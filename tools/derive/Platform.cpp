@@ -68,16 +68,9 @@ void Platform::hearCapabilities()
 
 void Platform::troubleIs( const Wyre::IntfId & intf, const std::string & why )
 {
-   const auto before = troubles_.find( intf );
-   if ( ( before == troubles_.end() ? std::string() : before->second ) == why ) {
-      return;
+   if ( noteTrouble( troubles_, intf, why ) ) {
+      interfaces_.request();
    }
-   if ( why.empty() ) {
-      troubles_.erase( before );
-   } else {
-      troubles_[ intf ] = why;
-   }
-   interfaces_.request();
 }
 
 void Platform::report()

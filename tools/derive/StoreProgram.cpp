@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -32,18 +31,13 @@ int stopSignals()
 
 } // namespace
 
-std::string defaultStore()
-{
-   const char * const address = std::getenv( "FLOWTRACK_STORE" );
-   return address ? address : "unix:/run/flowtrackd/store.sock";
-}
-
-StoreProgram::StoreProgram( const std::string & name, const std::string & address )
+StoreProgram::StoreProgram( const std::string & name, const StoreOptions & store )
       : name_( name ),
+        store_( store ),
         signals_( stopSignals() ),
         wire_( name ),
         client_( wire_ ),
-        connection_( loop_, wire_, Vok::Store::Address::parse( address ) )
+        connection_( loop_, wire_, store_.address(), store_.tls() )
 {
 }
 

@@ -5,6 +5,7 @@
 #include "store/Wire.h"
 #include "store/net/Connection.h"
 #include "store/net/Loop.h"
+#include "tools/derive/StoreOptions.h"
 
 #include <chrono>
 #include <functional>
@@ -12,9 +13,6 @@
 #include <vector>
 
 namespace Derive {
-
-/// The address of the store: FLOWTRACK_STORE, or unix:/run/flowtrackd/store.sock.
-std::string defaultStore();
 
 /// What the programs end with.
 enum ExitCode {
@@ -27,8 +25,8 @@ enum ExitCode {
 /// A program that runs until SIGTERM or SIGINT. Made before the program has any other thread.
 class StoreProgram {
  public:
-   /// Begins to connect. Throws Vok::Store::AddressException, and std::system_error.
-   StoreProgram( const std::string & name, const std::string & address );
+   /// Begins to connect. Throws what StoreAddress does, and std::system_error.
+   StoreProgram( const std::string & name, const StoreOptions & store );
    StoreProgram( const StoreProgram & ) = delete;
    StoreProgram & operator=( const StoreProgram & ) = delete;
    ~StoreProgram();
@@ -51,6 +49,7 @@ class StoreProgram {
    void tellConnection();
 
    std::string name_;
+   StoreAddress store_;
    int signals_;
    Vok::Store::Loop loop_;
    Vok::Store::Wire wire_;

@@ -39,7 +39,8 @@ void tellFailures( const Agent & agent, std::set< std::string > & told )
 /// How often the addresses of interfaces are looked at.
 constexpr std::chrono::seconds interval( 1 );
 
-ExitCode run( const std::string & store, const std::vector< std::string > & kinds, bool takeOver )
+ExitCode run(
+      const Derive::StoreOptions & store, const std::vector< std::string > & kinds, bool takeOver )
 {
    Derive::StoreProgram program( "flowtrack-agent", store );
    Derive::SystemResolver hosts;
@@ -85,11 +86,10 @@ int main( int argc, char ** argv )
    CLI::App app( "The flow-tracking agent: derives the hardware configuration from what operators "
                  "configure.",
          "flowtrack-agent" );
-   std::string store = Derive::defaultStore();
+   Derive::StoreOptions store;
    std::vector< std::string > kinds = Derive::allKinds();
    bool takeOver = false;
-   app.add_option(
-         "--store", store, "address of the store; FLOWTRACK_STORE, where it is not given" );
+   addStoreOptions( app, store );
    app.add_option( "--type", kinds, "kinds of flow tracking; all, where none is given" )
          ->check( CLI::IsMember( Derive::allKinds() ) );
    app.add_flag( "--take-over", takeOver, "takes its mounts from an agent that has them" );

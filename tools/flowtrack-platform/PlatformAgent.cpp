@@ -79,14 +79,8 @@ bool PlatformAgent::step()
 
 void PlatformAgent::troubleIs( const std::string & intf, const std::string & why )
 {
-   const auto before = troubles_.find( intf );
-   if ( ( before == troubles_.end() ? std::string() : before->second ) == why ) {
+   if ( !Derive::noteTrouble( troubles_, intf, why ) ) {
       return;
-   }
-   if ( why.empty() ) {
-      troubles_.erase( before );
-   } else {
-      troubles_[ intf ] = why;
    }
    changed_ = true;
    if ( platform_ ) {

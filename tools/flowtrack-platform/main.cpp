@@ -26,7 +26,7 @@ using Derive::ExitCode;
 using Derive::StoreProgram;
 
 struct Options {
-   std::string store = Derive::defaultStore();
+   Derive::StoreOptions store;
    std::string kind = "sampled";
    std::string capabilities;
    std::vector< std::string > interfaces;
@@ -227,8 +227,7 @@ int main( int argc, char ** argv )
                  "as far as its capabilities go, and exports them as IPFIX.",
          "flowtrack-platform" );
    Options options;
-   app.add_option(
-         "--store", options.store, "address of the store; FLOWTRACK_STORE, where it is not given" );
+   addStoreOptions( app, options.store );
    app.add_option( "--type", options.kind, "kind of flow tracking; sampled, where it is not given" )
          ->check( CLI::IsMember( Derive::allKinds() ) );
    app.add_option( "--capabilities", options.capabilities, "JSON file of what the platform can do" )

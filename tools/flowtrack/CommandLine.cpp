@@ -3,8 +3,8 @@
 
 #include "tools/flowtrack/Commands.h"
 #include "tools/flowtrack/Context.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Manual.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,10 +20,7 @@ namespace {
 
 void addOptions( CLI::App & app, Context & context )
 {
-   app.add_option( "--store", context.options.store, "address of the store" )
-         ->envname( "FLOWTRACK_STORE" )
-         ->type_name( "ADDRESS" )
-         ->capture_default_str();
+   addStoreOptions( app, context.options.store );
    app.add_option( "--file", context.options.file,
             "works on a tree in a JSON file, of the type that --type says, and on no store: a PATH "
             "is then a place, / or below" )
@@ -107,14 +104,15 @@ ExitCode tellUsage( std::ostream & err, const CLI::App & app, const CLI::ParseEr
    const std::vector< std::string > remaining = app.remaining( true );
    const std::string word = remaining.empty() ? "" : remaining.front();
    if ( word.starts_with( '-' ) ) {
-      return tell( err, wrongUsage, "there is no option " + word, didYouMean( word, options ) );
+      return tell( err, wrongUsage, "there is no option " + word,
+            FlowtrackJson::didYouMean( word, options ) );
    }
    std::vector< std::string > commands;
    for ( const CLI::App * const one : visibleCommands( *command ) ) {
       commands.push_back( one->get_name() );
    }
    if ( !word.empty() && !commands.empty() ) {
-      const std::string hint = didYouMean( word, commands );
+      const std::string hint = FlowtrackJson::didYouMean( word, commands );
       return tell( err, wrongUsage, "there is no command " + word,
             hint.empty() ? "flowtrack --help lists them" : hint );
    }
@@ -126,7 +124,6 @@ ExitCode tellUsage( std::ostream & err, const CLI::App & app, const CLI::ParseEr
 ExitCode run( int argc, char ** argv, std::ostream & out, std::ostream & err )
 {
    Context context( out, err );
-   context.options.store = "unix:/run/flowtrackd/store.sock";
    CLI::App app( "Shows and changes the state of flow tracking in a running store.", "flowtrack" );
    app.fallthrough();
    app.require_subcommand( 1 );

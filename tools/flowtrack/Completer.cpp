@@ -17,35 +17,12 @@ namespace {
 
 using Words = std::vector< std::string >;
 
-/// The words of a line as a shell takes them, quotes and backslashes gone; the last one is what is
-/// typed now.
-Words split( const std::string & line )
-{
-   Words words( 1 );
-   char quote = 0;
-   for ( std::size_t i = 0; i != line.size(); ++i ) {
-      const char c = line[ i ];
-      if ( quote ) {
-         c == quote ? void( quote = 0 ) : words.back().push_back( c );
-      } else if ( c == '\'' || c == '"' ) {
-         quote = c;
-      } else if ( c == '\\' && i + 1 != line.size() ) {
-         words.back().push_back( line[ ++i ] );
-      } else if ( c != ' ' && c != '\t' ) {
-         words.back().push_back( c );
-      } else if ( !words.back().empty() ) {
-         words.emplace_back();
-      }
-   }
-   return words;
-}
-
 /// Where a line stands: the command that it has come to, and its arguments so far.
 struct At {
    const CLI::App * command;
    Words arguments;
    const CLI::Option * option = nullptr; ///< whose value is next
-   std::string store = {}; ///< empty: it is not said
+   std::map< std::string, std::string > given = {}; ///< what options are given, by name
 };
 
 const CLI::Option * optionNamed( const CLI::App & command, const std::string & word )
@@ -66,9 +43,7 @@ At locate( const CLI::App & program, const Words & words )
    for ( std::size_t i = 1; i + 1 < words.size(); ++i ) {
       const std::string & word = words[ i ];
       if ( at.option ) {
-         if ( at.option->check_name( "--store" ) ) {
-            at.store = word;
-         }
+         at.given[ at.option->get_name() ] = word;
          at.option = nullptr;
          continue;
       }
@@ -135,14 +110,12 @@ Words enumerators( std::string_view typeName )
 
 } // namespace
 
-Words Completer::complete( const std::string & line )
+Words Completer::complete( const ShellLine & line )
 {
-   const Words words = split( line );
+   const Words & words = line.words();
    const std::string & word = words.back();
    const At at = locate( program_, words );
-   if ( !at.store.empty() ) {
-      context_.options.store = at.store;
-   }
+   storeIs( at.given );
    Words all;
    if ( at.option ) {
       all = at.option->check_name( "--type" ) ? types() : Words();
@@ -160,7 +133,24 @@ Words Completer::complete( const std::string & line )
       }
    }
    std::erase_if( all, [ & ]( const std::string & one ) { return !one.starts_with( word ); } );
+   std::transform( all.begin(), all.end(), all.begin(),
+         [ & ]( const std::string & one ) { return line.completed( one ); } );
    return all;
+}
+
+/// The store that is meant is the one that the line says.
+void Completer::storeIs( const std::map< std::string, std::string > & given )
+{
+   Derive::StoreOptions & store = context_.options.store;
+   const auto take = [ & ]( const char * option, std::string & value ) {
+      if ( const auto found = given.find( option ); found != given.end() ) {
+         value = found->second;
+      }
+   };
+   take( "--store", store.address );
+   take( "--certificate", store.files.certificate );
+   take( "--key", store.files.key );
+   take( "--authority", store.files.authority );
 }
 
 Words Completer::argument(

@@ -3,7 +3,9 @@
 
 #include "Vok/Vok.h"
 #include "tools/flowtrack/Context.h"
+#include "tools/flowtrack/ShellLine.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -23,12 +25,14 @@ class Completer {
    {
    }
 
-   /// The words that the last one of a line, the beginning of a word or nothing, may become.
-   std::vector< std::string > complete( const std::string & line );
+   /// What may take the place of the last word of a line, the beginning of one or nothing: as the
+   /// shell has to be given it.
+   std::vector< std::string > complete( const ShellLine & line );
 
  private:
    using Words = std::vector< std::string >;
 
+   void storeIs( const std::map< std::string, std::string > & given );
    Words argument( const std::string & name, const Words & before, const std::string & word );
    Words paths( const std::string & word );
    Words places( const std::string & word );

@@ -14,16 +14,12 @@ namespace Flowtrack {
 
 namespace {
 
-// bash breaks words at : and = as well; what is in front of the last of them stays as it is typed.
+// What is printed takes the place of what stands behind the last break; in bash : and = are some.
 constexpr const char * bashScript = R"sh(# Completion of flowtrack for bash:
 #    eval "$(flowtrack completion bash)"
 _flowtrack() {
-   local line=${COMP_LINE:0:COMP_POINT} word front
-   word=${line##*[[:space:]]}
-   front=${word%"${word##*[:=]}"}
-   local IFS=$'\n'
-   COMPREPLY=($(flowtrack complete -- "$line" 2>/dev/null))
-   COMPREPLY=("${COMPREPLY[@]#"$front"}")
+   mapfile -t COMPREPLY < <(flowtrack complete --breaks "$COMP_WORDBREAKS" -- \
+      "${COMP_LINE:0:COMP_POINT}" 2>/dev/null)
    if [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *[/=] ]]; then
       compopt -o nospace
    fi
@@ -31,12 +27,15 @@ _flowtrack() {
 complete -F _flowtrack flowtrack
 )sh";
 
+// A quote that is open belongs to what stands before the word.
 constexpr const char * zshScript = R"sh(#compdef flowtrack
 # Completion of flowtrack for zsh:
 #    source <(flowtrack completion zsh)
 _flowtrack() {
    local -a found
-   found=("${(@f)$(flowtrack complete -- "${words[1,CURRENT-1]} $PREFIX" 2>/dev/null)}")
+   found=("${(@f)$(flowtrack complete -- \
+      "${words[1,CURRENT-1]} $QIPREFIX$PREFIX" 2>/dev/null)}")
+   found=("${(@)found#"$QIPREFIX"}")
    compadd -Q -S '' -- ${found:#}
 }
 compdef _flowtrack flowtrack
@@ -61,9 +60,12 @@ void addComplete( CLI::App & app, Context & context )
    CLI::App * const command = app.add_subcommand( "complete", "What may come next." );
    command->group( "" );
    const auto line = std::make_shared< std::string >();
+   const auto breaks = std::make_shared< std::string >();
    command->add_option( "LINE", *line, "the line up to the cursor" )->required();
-   command->callback( [ &app, &context, line ] {
-      for ( const std::string & word : Completer( app, context ).complete( *line ) ) {
+   command->add_option( "--breaks", *breaks, "behind which the shell replaces what is typed" );
+   command->callback( [ &app, &context, line, breaks ] {
+      const ShellLine typed( *line, *breaks );
+      for ( const std::string & word : Completer( app, context ).complete( typed ) ) {
          context.out << word << '\n';
       }
    } );

@@ -3,6 +3,7 @@
 
 #include "Vok/Vok.h"
 #include "store/Client.h"
+#include "tools/derive/StoreOptions.h"
 #include "tools/flowtrack/Errors.h"
 
 #include <functional>
@@ -20,7 +21,7 @@ using Change = std::function< void( Vok::Entity & ) >;
 
 /// What is said before the command.
 struct Options {
-   std::string store; ///< address of the store
+   Derive::StoreOptions store; ///< where it is
    std::string file; ///< a file in JSON in the place of a store; empty: the store
    std::string type; ///< full name: of the tree in the file, or of a mount that is made
    bool takeOver = false; ///< a mount is written though another process writes it

@@ -1,9 +1,10 @@
 // Files are read whole.
 #include "tools/flowtrack/FileTree.h"
 
+#include "tools/flowtrack/Trees.h"
 #include "tools/flowtrack/json/Problem.h"
-#include "tools/flowtrack/json/Shape.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -14,14 +15,20 @@ namespace Flowtrack {
 
 namespace {
 
+/// More mistakes than that are one, such as a name that is wrong in every member.
+constexpr std::size_t mostMistakes = 50;
+
 [[noreturn]] void refuse( const FlowtrackJson::DocumentError & error, const std::string & from )
 {
    const std::string file = from == "-" ? "standard input" : from;
    const std::size_t count = error.problems().size();
    std::string text = file + ": " + std::to_string( count ) + " mistake";
    text += count == 1 ? "" : "s";
-   for ( const FlowtrackJson::Problem & problem : error.problems() ) {
-      text += "\n" + FlowtrackJson::textOf( problem, file );
+   for ( std::size_t i = 0; i != std::min( count, mostMistakes ); ++i ) {
+      text += "\n" + FlowtrackJson::textOf( error.problems()[ i ], file );
+   }
+   if ( count > mostMistakes ) {
+      text += "\nand " + std::to_string( count - mostMistakes ) + " more";
    }
    throw CommandError( invalidData, text );
 }
@@ -60,17 +67,28 @@ void loadFile( const FlowtrackJson::Document & document, const std::string & fil
    }
 }
 
+bool isFile( const std::string & what )
+{
+   return what.ends_with( ".json" );
+}
+
+Corvo::Ptr< Vok::Entity > treeOf( const FlowtrackJson::Document & document,
+      const std::string & file, const std::string & type )
+{
+   auto tree = entityType( type ).instantiate( file );
+   loadFile( document, file, *tree, FlowtrackJson::How::merge );
+   return tree;
+}
+
 Corvo::Ptr< Vok::Entity > readTree( Context & context, const std::string & what )
 {
-   if ( !what.ends_with( ".json" ) ) {
+   if ( !isFile( what ) ) {
       return context.read( what );
    }
    if ( context.options.type.empty() ) {
       throw CommandError( wrongUsage, what + " is a file; expected --type, that of its tree" );
    }
-   auto tree = FlowtrackJson::entityType( context.options.type ).instantiate( what );
-   loadFile( readDocument( what ), what, *tree, FlowtrackJson::How::merge );
-   return tree;
+   return treeOf( readDocument( what ), what, context.options.type );
 }
 
 } // namespace Flowtrack

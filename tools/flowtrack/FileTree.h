@@ -19,6 +19,13 @@ FlowtrackJson::Document readDocument( const std::string & file );
 void loadFile( const FlowtrackJson::Document & document, const std::string & file,
       Vok::Entity & entity, FlowtrackJson::How how );
 
+/// Whether a word of the command line is a file, FILE.json, and no path.
+bool isFile( const std::string & what );
+
+/// A new tree of a type, with what the document of a file says.
+Corvo::Ptr< Vok::Entity > treeOf( const FlowtrackJson::Document & document,
+      const std::string & file, const std::string & type );
+
 /// What stands for a tree on the command line: FILE.json, read as a tree of the type of --type, or
 /// else the path of an entity.
 Corvo::Ptr< Vok::Entity > readTree( Context & context, const std::string & what );

@@ -1,9 +1,9 @@
 // flowtrack get: values for scripts; flowtrack digest: whether trees are equal.
 #include "tools/flowtrack/Commands.h"
 #include "tools/flowtrack/Context.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Place.h"
 #include "tools/flowtrack/Trees.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,7 +31,7 @@ void printOne( std::ostream & out, const Vok::Entity & entity, const std::string
       const auto value = valueOf( entity, attribute, *member.key );
       if ( !value ) {
          throw CommandError( notFound, member.attribute + " has no member " + *member.key,
-               didYouMean( *member.key, keysOf( entity, attribute ) ) );
+               FlowtrackJson::didYouMean( *member.key, keysOf( entity, attribute ) ) );
       }
       out << *value << '\n';
    } else {

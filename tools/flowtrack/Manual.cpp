@@ -21,8 +21,9 @@ const std::vector< Section > & sections()
             { "0 it is done; 1 something is not there, or is not equal; 2 wrong usage; 3 the store "
               "cannot be reached, or refuses; 4 the data model does not allow a value." } },
       { "ENVIRONMENT",
-            { "FLOWTRACK_STORE is the address of the store where --store is not given. NO_COLOR "
-              "forbids colours, which are for terminals only." } },
+            { "FLOWTRACK_STORE, FLOWTRACK_CERTIFICATE, FLOWTRACK_KEY and FLOWTRACK_AUTHORITY stand "
+              "for --store, --certificate, --key and --authority where those are not given. "
+              "NO_COLOR forbids colours, which are for terminals only." } },
    };
    return all;
 }

@@ -3,8 +3,8 @@
 
 #include "store/Path.h"
 #include "tools/flowtrack/Errors.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Trees.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <cctype>
 
@@ -78,7 +78,7 @@ std::string joined( const std::vector< std::string > & words )
       throw CommandError( notFound,
             "nothing is below " + step.attribute + " of " + typeName + "; " +
                   ( names.empty() ? "it has no children" : "expected " + joined( names ) ),
-            didYouMean( step.attribute, names ) );
+            FlowtrackJson::didYouMean( step.attribute, names ) );
    }
    if ( attribute->kind() == Vok::AttributeKind::children && !step.key ) {
       throw CommandError( wrongUsage,
@@ -88,7 +88,7 @@ std::string joined( const std::vector< std::string > & words )
    const std::string at( Vok::pathOf( from ).view() );
    throw CommandError( notFound,
          at + " has no " + step.attribute + ( step.key ? "[" + *step.key + "]" : "" ),
-         didYouMean( step.key.value_or( "" ), keysOf( from, *attribute ) ) );
+         FlowtrackJson::didYouMean( step.key.value_or( "" ), keysOf( from, *attribute ) ) );
 }
 
 } // namespace
@@ -201,7 +201,7 @@ const Vok::AttributeData & attributeOf( const Vok::TypeData & type, const std::s
       for ( const Vok::AttributeData & one : type.attributes() ) {
          names.emplace_back( one.name() );
       }
-      const std::string hint = didYouMean( name, names );
+      const std::string hint = FlowtrackJson::didYouMean( name, names );
       const std::string typeName( type.name() );
       throw CommandError( notFound, typeName + " has no attribute " + name,
             hint.empty() ? "flowtrack describe " + typeName + " lists them" : hint );

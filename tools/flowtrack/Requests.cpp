@@ -145,20 +145,28 @@ CLI::App * addOne( CLI::App & requests, Context & context, const char * name,
 void addRequest( CLI::App & app, Context & context )
 {
    CLI::App * const requests =
-         app.add_subcommand( "request", "Asks the agents to do something once." );
+         app.add_subcommand( "request",
+               "Asks the agents to do something once; only drop-counters waits for it." );
    requests->require_subcommand( 1 );
    const auto wanted = std::make_shared< Wanted >();
    CLI::App * const clear = addOne( *requests, context, "clear-counters",
-         "Clears the counters of a tracker, of one exporter of it, or of all trackers.", wanted,
-         clearCounters );
+         "Has the platform clear the counters of a tracker, of one exporter of it, or of all "
+         "trackers: sets clearCounters of ConfigReq, with the time.",
+         wanted, clearCounters );
    clear->add_option( "TRACKER", wanted->tracker, "whose counters; of all without it" );
-   clear->add_option( "EXPORTER", wanted->exporter, "an exporter of that tracker" );
-   addOne( *requests, context, "clear-statistics", "Clears the statistics of flow tracking.",
+   clear->add_option( "EXPORTER", wanted->exporter,
+         "an exporter of that tracker; a platform that counts by tracker clears all of it" );
+   addOne( *requests, context, "clear-statistics",
+         "Has the platform clear the statistics of flow tracking, the counters of all trackers: "
+         "sets clearFtStatistics of ConfigReq, with the time.",
          wanted, clearStatistics );
    addOne( *requests, context, "export-templates",
-         "Has every exporter send its IPFIX templates now.", wanted, exportTemplates );
+         "Has every exporter send its IPFIX templates now: raises templateExportReq of AgentReq.",
+         wanted, exportTemplates );
    addOne( *requests, context, "drop-counters",
-         "Asks for the counters of dropped packets, and prints the answer.", wanted, dropCounters );
+         "Asks for the counters of dropped packets by a new number, waits until the answers carry "
+         "it, ten seconds at most, and prints them.",
+         wanted, dropCounters );
 }
 
 } // namespace Flowtrack

@@ -1,12 +1,13 @@
 // What commands ask of the store.
 #include "tools/flowtrack/Session.h"
 
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Trees.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <chrono>
 #include <map>
 #include <memory>
+#include <random>
 #include <stdexcept>
 #include <utility>
 
@@ -16,14 +17,16 @@ using namespace Vok::Store;
 
 namespace {
 
-/// How long the store may take for an answer.
+/// How long the store may take for an answer, and other commands for their changes.
 constexpr std::chrono::seconds patience( 10 );
 
-Address parseAddress( const std::string & text )
+Derive::StoreAddress storeAt( const Derive::StoreOptions & options )
 {
    try {
-      return Address::parse( text );
+      return Derive::StoreAddress( options );
    } catch ( const AddressException & e ) {
+      throw CommandError( wrongUsage, e.what() );
+   } catch ( const TlsException & e ) {
       throw CommandError( wrongUsage, e.what() );
    }
 }
@@ -72,15 +75,15 @@ class OneMount {
 
 } // namespace
 
-Session::Session( const std::string & address )
-      : address_( address ),
-        connection_( loop_, wire_, parseAddress( address ) )
+Session::Session( const Derive::StoreOptions & store )
+      : store_( storeAt( store ) ),
+        connection_( loop_, wire_, store_.address(), store_.tls() )
 {
    loop_.runUntil(
          [ this ] { return connection_.connected() || !connection_.error().empty(); }, patience );
    if ( !connection_.connected() ) {
       const std::string why = connection_.error().empty() ? "no answer" : connection_.error();
-      throw CommandError( refused, "the store at " + address + " cannot be reached: " + why,
+      throw CommandError( refused, "the store at " + store.address + " cannot be reached: " + why,
             "is flowtrackd running? --store or FLOWTRACK_STORE says where" );
    }
 }
@@ -96,7 +99,8 @@ void Session::wait( const std::function< bool() > & holds, const std::string & w
          patience );
    if ( lost ) {
       throw CommandError( refused,
-            "the connection to the store at " + address_ + " is lost: " + connection_.error() );
+            "the connection to the store at " + store_.address().text() +
+                  " is lost: " + connection_.error() );
    }
    if ( !held ) {
       throw CommandError( refused, what );
@@ -125,7 +129,7 @@ void Session::throwNoMount( const std::string & mount )
    for ( const MountEntry & entry : list( "**", false ) ) {
       paths.push_back( entry.path );
    }
-   const std::string hint = didYouMean( mount, paths );
+   const std::string hint = FlowtrackJson::didYouMean( mount, paths );
    throw CommandError( notFound, "there is no mount at " + mount,
          hint.empty() ? "flowtrack mounts lists them" : hint );
 }
@@ -168,23 +172,51 @@ void Session::settle( std::unique_ptr< Writing > writing, const std::string & mo
    list( mount, false ); // with its answer the mount is free for the next command
 }
 
-void Session::make( const Place & place, const std::string & type, const Change & change )
+bool Session::isOpen( const Writing & writing, const std::string & mount, bool last )
+{
+   wait( [ & ] { return writing.open() || !writing.refusal().empty(); },
+         "the store does not answer whether " + mount + " may be written" );
+   const std::string & refusal = writing.refusal();
+   const std::string another = mount + " is written by ";
+   if ( refusal.empty() ) {
+      return true;
+   }
+   if ( refusal == another + programName && !last ) {
+      return false;
+   }
+   throw CommandError( refused, refusal,
+         refusal.starts_with( another ) ? "--take-over takes the mount from who writes it" : "" );
+}
+
+bool Session::make(
+      const Place & place, const std::string & type, const Change & change, bool last )
 {
    if ( type.empty() ) {
       throwNoMount( place.mount );
    }
+   Listener listener; // hears of what another command makes meanwhile
+   const auto reading = client_.read( place.mount, listener );
    const Corvo::Ptr< Vok::Entity > root = entityType( type ).instantiate( place.mount );
    change( *entityAt( root, place.inTree ) );
-   settle( client_.write( place.mount, root ), place.mount );
+   auto writing = client_.write( place.mount, root );
+   if ( !isOpen( *writing, place.mount, last ) ) {
+      return false;
+   }
+   if ( !listener.roots.empty() ) { // it was made, and left, since: this tree has taken its place
+      const Corvo::Ptr< Vok::Entity > wanted = copyOf( listener.roots.begin()->second );
+      change( *entityAt( wanted, place.inTree ) );
+      becomeLike( root, wanted );
+   }
+   settle( std::move( writing ), place.mount );
+   return true;
 }
 
-void Session::edit(
-      const Place & place, const std::string & type, bool takeOver, const Change & change )
+bool Session::tryEdit( const Place & place, const std::string & type, bool takeOver,
+      const Change & change, bool last )
 {
    const std::vector< MountEntry > there = list( place.mount, false );
    if ( there.empty() ) {
-      make( place, type, change );
-      return;
+      return make( place, type, change, last );
    }
    if ( !type.empty() && there.front().type != type ) {
       throw CommandError( invalidData,
@@ -196,17 +228,28 @@ void Session::edit(
    // Once the mount is this client's, nobody else changes it: what others did until then has come,
    // and the change is made of that.
    auto writing = client_.write( place.mount, root, takeOver );
-   wait( [ & ] { return writing->open() || !writing->refusal().empty(); },
-         "the store does not answer whether " + place.mount + " may be written" );
-   if ( !writing->refusal().empty() ) {
-      throw CommandError( refused, writing->refusal(),
-            there.front().stale ? "" : "--take-over takes the mount from who writes it" );
+   if ( !isOpen( *writing, place.mount, last ) ) {
+      return false;
    }
    mount.end();
    const Corvo::Ptr< Vok::Entity > wanted = copyOf( root );
    change( *entityAt( wanted, place.inTree ) );
    becomeLike( root, wanted );
    settle( std::move( writing ), place.mount );
+   return true;
+}
+
+void Session::edit(
+      const Place & place, const std::string & type, bool takeOver, const Change & change )
+{
+   // Commands that wait for one another do not come back all at once.
+   std::minstd_rand random( std::random_device{}() );
+   std::uniform_int_distribution< int > milliseconds( 10, 50 );
+   const auto end = std::chrono::steady_clock::now() + patience;
+   while ( !tryEdit( place, type, takeOver, change, std::chrono::steady_clock::now() >= end ) ) {
+      loop_.runUntil(
+            [] { return false; }, std::chrono::milliseconds( milliseconds( random ) ) );
+   }
 }
 
 } // namespace Flowtrack

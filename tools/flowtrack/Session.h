@@ -5,6 +5,7 @@
 #include "store/Wire.h"
 #include "store/net/Connection.h"
 #include "store/net/Loop.h"
+#include "tools/derive/StoreOptions.h"
 #include "tools/flowtrack/Context.h"
 #include "tools/flowtrack/Place.h"
 
@@ -16,11 +17,14 @@
 
 namespace Flowtrack {
 
+/// What the store knows every command as. None of them writes for longer than its change takes.
+inline constexpr const char * programName = "flowtrack";
+
 /// See Context, whose half that needs a store it is.
 class Session {
  public:
    /// Connects. Throws CommandError where there is no connection after some seconds.
-   explicit Session( const std::string & address );
+   explicit Session( const Derive::StoreOptions & store );
 
    Vok::Store::Loop & loop() noexcept { return loop_; }
    Vok::Store::Client & client() noexcept { return client_; }
@@ -36,6 +40,7 @@ class Session {
          const std::string & pattern );
 
    /// Changes the tree of a mount. See Context::edit; `takeOver`: from the process that writes it.
+   /// Where that is another command it is waited for, some seconds at most.
    void edit( const Place & place, const std::string & type, bool takeOver, const Change & change );
 
    /// Waits until something holds. Throws CommandError where it takes long, or the connection is
@@ -46,12 +51,19 @@ class Session {
    [[noreturn]] void throwNoMount( const std::string & mount );
 
  private:
-   void make( const Place & place, const std::string & type, const Change & change );
+   /// One attempt; false: another command writes the mount, and this was not to be the last.
+   bool tryEdit( const Place & place, const std::string & type, bool takeOver,
+         const Change & change, bool last );
+   bool make( const Place & place, const std::string & type, const Change & change, bool last );
+
+   /// Waits until a mount is this client's. False: as above; throws CommandError where it is
+   /// refused for another reason.
+   bool isOpen( const Vok::Store::Writing & writing, const std::string & mount, bool last );
    void settle( std::unique_ptr< Vok::Store::Writing > writing, const std::string & mount );
 
-   std::string address_;
+   Derive::StoreAddress store_;
    Vok::Store::Loop loop_;
-   Vok::Store::Wire wire_{ "flowtrack" };
+   Vok::Store::Wire wire_{ programName };
    Vok::Store::Client client_{ wire_ };
    Vok::Store::Connection connection_;
 };

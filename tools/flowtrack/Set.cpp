@@ -1,10 +1,10 @@
 // flowtrack set, add and del: changes of one entity, each whole or not at all.
 #include "tools/flowtrack/Commands.h"
 #include "tools/flowtrack/Context.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Place.h"
 #include "tools/flowtrack/Trees.h"
 #include "tools/flowtrack/Values.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <CLI/CLI.hpp>
 
@@ -83,7 +83,7 @@ void del( Vok::Entity & entity, const Wanted & wanted )
       const auto keys = keysOf( entity, attribute );
       if ( std::find( keys.begin(), keys.end(), wanted.key ) == keys.end() ) {
          throw CommandError( notFound, wanted.attribute + " has no member " + wanted.key,
-               didYouMean( wanted.key, keys ) );
+               FlowtrackJson::didYouMean( wanted.key, keys ) );
       }
    } else if ( !attribute.child( entity, "" ) ) {
       throw CommandError( notFound, "there is no " + wanted.attribute );

@@ -5,6 +5,8 @@
 #include "tools/flowtrack/Table.h"
 #include "tools/flowtrack/Time.h"
 #include "tools/flowtrack/Trees.h"
+#include "tools/flowtrack/json/Json.h"
+#include "tools/flowtrack/json/Shape.h"
 
 #include <CLI/CLI.hpp>
 
@@ -35,6 +37,20 @@ bool isState( std::string_view typeName )
    return type->kind() == Vok::TypeKind::enumeration;
 }
 
+/// A state as it is read: of a set of bits the names of those that are set.
+std::string namesOf( std::string_view typeName, const std::string & text )
+{
+   const FlowtrackJson::Shape & shape = FlowtrackJson::shapeOf( typeName );
+   if ( shape.form != FlowtrackJson::Form::flags ) {
+      return text;
+   }
+   std::string names;
+   for ( const FlowtrackJson::Json & name : FlowtrackJson::valueJson( shape, text ) ) {
+      names.append( names.empty() ? "" : "," ).append( name.get< std::string >() );
+   }
+   return names.empty() ? "none" : names;
+}
+
 /// The states of an entity, and the truth values beside them; nothing for one without states.
 std::string stateText( const Vok::Entity & entity )
 {
@@ -47,7 +63,8 @@ std::string stateText( const Vok::Entity & entity )
       const std::string_view type = item.attribute.typeName();
       if ( hasState && ( isState( type ) || type == "bool" ) && !item.value.empty() ) {
          text.append( text.empty() ? "" : " " ).append( item.attribute.name() );
-         text.append( item.isMember ? "[" + item.key + "]" : "" ).append( "=" + item.value );
+         text.append( item.isMember ? "[" + item.key + "]" : "" );
+         text.append( "=" + namesOf( type, item.value ) );
       }
    } );
    return text;

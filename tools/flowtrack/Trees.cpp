@@ -2,7 +2,7 @@
 #include "tools/flowtrack/Trees.h"
 
 #include "tools/flowtrack/Errors.h"
-#include "tools/flowtrack/Hint.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <algorithm>
 #include <cctype>
@@ -115,7 +115,7 @@ const Vok::TypeData & entityType( const std::string & name )
    }
    throw CommandError( wrongUsage,
          "there is no entity type " + name + "; flowtrack types lists them",
-         didYouMean( name, names ) );
+         FlowtrackJson::didYouMean( name, names ) );
 }
 
 Corvo::Ptr< Vok::Entity > copyOf( const Corvo::Ptr< Vok::Entity > & root )

@@ -1,9 +1,9 @@
 // flowtrack types and describe: what reflection tells of the types.
 #include "tools/flowtrack/Commands.h"
 #include "tools/flowtrack/Context.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Place.h"
 #include "tools/flowtrack/Table.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <CLI/CLI.hpp>
 
@@ -54,7 +54,7 @@ const TypeData & typeNamed( const std::string & name )
    }
    if ( found.empty() ) {
       throw CommandError( notFound, "there is no type " + name + "; flowtrack types lists them",
-            didYouMean( name, known ) );
+            FlowtrackJson::didYouMean( name, known ) );
    }
    if ( found.size() > 1 ) {
       std::string names;

@@ -2,9 +2,9 @@
 #include "tools/flowtrack/Values.h"
 
 #include "tools/flowtrack/Errors.h"
-#include "tools/flowtrack/Hint.h"
 #include "tools/flowtrack/Place.h"
 #include "tools/flowtrack/Trees.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <algorithm>
 #include <functional>
@@ -63,7 +63,7 @@ void parsed( std::string_view typeName, const std::string & text,
             names.emplace_back( name );
          }
       }
-      throw CommandError( invalidData, e.what(), didYouMean( text, names ) );
+      throw CommandError( invalidData, e.what(), FlowtrackJson::didYouMean( text, names ) );
    } catch ( const Corvo::ParseException & e ) {
       const bool quoted = !text.empty() && text.front() == '"';
       throw CommandError( invalidData, e.what(),

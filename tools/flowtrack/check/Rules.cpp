@@ -2,6 +2,7 @@
 #include "tools/flowtrack/check/Rules.h"
 
 #include "Vok/Vok.h"
+#include "tools/flowtrack/check/Capabilities.h"
 
 #include <algorithm>
 #include <map>
@@ -186,75 +187,6 @@ void bindingToMissingTracker( const Checked & checked, Findings & findings )
       trackersOf( *checked.config, checked.bindings->flowTrackerIntfConfig(), findings );
       trackersOf( *checked.config, checked.bindings->flowTrackerEgressIntfConfig(), findings );
    }
-}
-
-// ---- Capabilities -----------------------------------------------------------------------------
-
-/// A number that must not be above what the platform can.
-struct Limit {
-   const char * what;
-   std::uint64_t number;
-   std::uint64_t most;
-};
-
-void atMost( const Vok::Entity & entity, const std::vector< Limit > & limits, Findings & findings )
-{
-   for ( const Limit & limit : limits ) {
-      if ( limit.number > limit.most ) {
-         const std::string message = std::string( limit.what ) + " " +
-               std::to_string( limit.number ) + " is above the platform's " +
-               std::to_string( limit.most );
-         add( findings, entity, message );
-      }
-   }
-}
-
-/// 0 stands for a number of flows that the platform does not tell.
-std::uint64_t flows( std::uint32_t most ) { return most == 0 ? ~std::uint64_t{ 0 } : most; }
-
-void rootCapabilities( const FlowTracking::Config & config,
-      const HwFlowTracking::Capabilities & can, Findings & findings )
-{
-   std::uint64_t asked = 0;
-   for ( const auto & tracker : config.flowTrackerConfig() ) {
-      asked += tracker->flowTableSize().value();
-   }
-   atMost( config,
-         { { "number of trackers", config.flowTrackerConfig().size(), can.maxTrackers() },
-               { "size of all flow tables", asked, flows( can.maxFlows() ) } },
-         findings );
-   if ( config.sampleLimit() ) {
-      const std::uint32_t most = can.sampleLimitSupported() ? can.maxSampleLimit() : 0;
-      atMost( config, { { "sample limit", config.sampleLimit()->value(), most } }, findings );
-   }
-   const bool shaper = can.packetBufferShaperSupport();
-   atMost( config,
-         { { "packet buffer's shaper rate", config.packetBufferShaperRate().value(),
-                 shaper ? can.packetBufferShaperMaxRate() : 0 },
-               { "packet buffer's shaper burst", config.packetBufferShaperBurst().value(),
-                     shaper ? can.packetBufferShaperMaxBurst() : 0 } },
-         findings );
-}
-
-void beyondCapabilities( const Checked & checked, Findings & findings )
-{
-   if ( !checked.config || !checked.capabilities ) {
-      return;
-   }
-   const HwFlowTracking::Capabilities & can = *checked.capabilities;
-   rootCapabilities( *checked.config, can, findings );
-   eachTracker( checked, [ & ]( const FlowTrackerConfig & tracker ) {
-      atMost( tracker,
-            { { "number of exporters", tracker.expConfig().size(), can.maxExportersPerTracker() },
-                  { "flow table size", tracker.flowTableSize().value(),
-                        flows( can.maxFlowsPerTracker() ) } },
-            findings );
-   } );
-   eachExporter( checked, [ & ]( const FlowTracking::ExporterConfig & exporter ) {
-      const std::size_t collectors = exporter.collectorHostAndPort().size();
-      atMost( exporter,
-            { { "number of collectors", collectors, can.maxCollectorsPerExporter() } }, findings );
-   } );
 }
 
 } // namespace

@@ -3,27 +3,20 @@
 #include "tools/flowtrack/json/Load.h"
 
 #include "tools/flowtrack/json/Json.h"
-#include "tools/flowtrack/json/Read.h"
+#include "tools/flowtrack/json/Loader.h"
 #include "tools/flowtrack/json/Text.h"
 #include "tools/flowtrack/json/Words.h"
 
-#include "Vok/detail/CollectionOps.h"
-#include "Vok/detail/Storage.h"
-
 #include <algorithm>
-#include <functional>
-#include <set>
+#include <cstddef>
+#include <optional>
+#include <utility>
 
 namespace FlowtrackJson {
 
-namespace {
-
-using Vok::AttributeData;
 using Vok::AttributeKind;
-using Vok::Entity;
 using Vok::TypeData;
 using Kind = Node::Kind;
-using Keys = std::set< std::string, std::less<> >;
 
 const Node * memberOf( const Node & object, std::string_view name )
 {
@@ -32,73 +25,25 @@ const Node * memberOf( const Node & object, std::string_view name )
    return found == object.members.end() ? nullptr : &found->value;
 }
 
-bool isA( const TypeData & type, std::string_view name )
+void Loader::run( const Node & node, Entity & root )
 {
-   return type.name() == name || ( type.base() && isA( *type.base(), name ) );
-}
-
-bool holdsReferences( const TypeData & type )
-{
-   const auto arguments = type.constructorArguments();
-   return std::any_of( arguments.begin(), arguments.end(), isReference );
-}
-
-class Loader {
- public:
-   Loader( const Document & document, How how ) : reading_( document ),
-                                                  how_( how )
-   {
+   Skipped skipped;
+   if ( const AttributeData * const identity = identityOf( root.typeData() ) ) {
+      skipped.outside.insert( identity );
    }
-
-   void run( const Node & node, Entity & root )
-   {
-      Skipped skipped;
-      if ( const AttributeData * const identity = identityOf( root.typeData() ) ) {
-         skipped.outside.insert( identity );
-      }
-      entity( node, root, { "", std::string( root.typeData().name() ) }, skipped );
-      for ( std::size_t i = 0; i != later_.size(); ++i ) {
-         const auto refer = std::move( later_[ i ] ); // which may add more
-         refer();
-      }
-      if ( !reading_.problems.empty() ) {
-         std::stable_sort( reading_.problems.begin(), reading_.problems.end(),
-               []( const Problem & a, const Problem & b ) {
-                  return std::pair( a.line, a.column ) < std::pair( b.line, b.column );
-               } );
-         throw DocumentError( std::move( reading_.problems ) );
-      }
+   entity( node, root, { "", std::string( root.typeData().name() ) }, skipped );
+   for ( std::size_t i = 0; i != later_.size(); ++i ) {
+      const auto refer = std::move( later_[ i ] ); // which may add more
+      refer();
    }
-
- private:
-   /// Attributes that stand outside of the object, and those that are in place already.
-   struct Skipped {
-      std::set< const AttributeData * > outside = {};
-      std::set< const AttributeData * > given = {};
-   };
-
-   void entity( const Node & node, Entity & e, const Spot & spot, const Skipped & skipped );
-   void attribute( const Node & node, Entity & e, const AttributeData & a, const Spot & spot );
-   void value( const Node & node, Entity & e, const AttributeData & a, const Spot & spot );
-   void members( const Node & node, Entity & e, const AttributeData & a, const Spot & spot );
-   void map( const Node & node, Entity & e, const AttributeData & a, const std::string & key,
-         const Spot & spot );
-   void set( const Node & node, Entity & e, const AttributeData & a, const Spot & spot );
-   void references( const Node & node, Entity & e, const AttributeData & a, const Spot & spot );
-   void child( const Node & node, Entity & e, const AttributeData & a, const std::string & key,
-         const Spot & spot );
-   void makeChild( const Node & node, Entity & e, const AttributeData & a, const std::string & key,
-         const Spot & spot );
-   std::string argument( const Node & node, const Entity * existing, const AttributeData & a,
-         const TypeData & type, const Spot & spot, Entity & parent );
-   void deleteOthers( Entity & e, const AttributeData & a, const Keys & keys );
-   void reset( Entity & e, const AttributeData & a );
-   Entity * target( const Node & node, Entity & from, std::string_view type, const Spot & spot );
-
-   Reading reading_;
-   How how_;
-   std::vector< std::function< void() > > later_;
-};
+   if ( !reading_.problems.empty() ) {
+      std::stable_sort( reading_.problems.begin(), reading_.problems.end(),
+            []( const Problem & a, const Problem & b ) {
+               return std::pair( a.line, a.column ) < std::pair( b.line, b.column );
+            } );
+      throw DocumentError( std::move( reading_.problems ) );
+   }
+}
 
 void Loader::entity( const Node & node, Entity & e, const Spot & spot, const Skipped & skipped )
 {
@@ -249,124 +194,6 @@ void Loader::set( const Node & node, Entity & e, const AttributeData & a, const 
    deleteOthers( e, a, keys );
 }
 
-// ---- Children ---------------------------------------------------------------------------------
-
-void Loader::child( const Node & node, Entity & e, const AttributeData & a, const std::string & key,
-      const Spot & spot )
-{
-   if ( holdsReferences( entityType( a.typeName() ) ) ) {
-      later_.push_back(
-            [ this, &node, &e, &a, key, spot ] { makeChild( node, e, a, key, spot ); } );
-   } else {
-      makeChild( node, e, a, key, spot );
-   }
-}
-
-void Loader::makeChild( const Node & node, Entity & e, const AttributeData & a,
-      const std::string & key, const Spot & spot )
-{
-   const TypeData & type = entityType( a.typeName() );
-   if ( !reading_.is( Kind::object, node, spot, "an object, a " + std::string( type.name() ) ) ) {
-      return;
-   }
-   Skipped skipped;
-   for ( const AttributeData & argument : type.constructorArguments() ) {
-      const bool isKey =
-            a.kind() == AttributeKind::children && jsonName( argument ) == a.keyField();
-      ( isKey && !a.ordered() ? skipped.outside : skipped.given ).insert( &argument );
-   }
-   const Corvo::Ptr< Entity > existing = a.child( e, key );
-   const std::size_t before = reading_.problems.size();
-   std::vector< Corvo::String > texts;
-   bool same = existing != nullptr;
-   for ( const AttributeData * const one :
-         argumentsBeside( type, a.kind() == AttributeKind::children ? a.keyField() : "" ) ) {
-      texts.emplace_back( argument( node, existing.get(), *one, type, spot, e ) );
-      same = same && ( one->settable() || one->get( *existing ) == texts.back() );
-   }
-   const bool complete = before == reading_.problems.size();
-   if ( !complete && ( existing || holdsReferences( type ) ) ) {
-      return;
-   }
-   Corvo::Ptr< Entity > made;
-   if ( !reading_.done( node, spot, [ & ] {
-           if ( existing && !same ) {
-              a.memberDel( e, key );
-           }
-           made = a.childIs( e, key, texts );
-        } ) ) {
-      return;
-   }
-   entity( node, *made, { spot.pointer, std::string( type.name() ) }, skipped );
-}
-
-/// The text of a constructor argument: what the document says, or what the child has.
-std::string Loader::argument( const Node & node, const Entity * existing, const AttributeData & a,
-      const TypeData & type, const Spot & spot, Entity & parent )
-{
-   const Spot at = below( spot, jsonName( a ), definitionOf( type, a ) );
-   const Node * const given = memberOf( node, jsonName( a ) );
-   if ( !given && existing ) {
-      return std::string( a.get( *existing ) );
-   }
-   std::string preset = isReference( a ) ? "" : defaultTextOf( shapeOf( a.typeName() ) );
-   if ( !given ) {
-      reading_.wrong( node.offset, at, "nothing",
-            isReference( a ) ? "a path" : allowedBy( shapeOf( a.typeName() ) ) );
-      return preset;
-   }
-   if ( isReference( a ) ) {
-      const Entity * const to = target( *given, parent, a.typeName(), at );
-      return to ? std::string( Vok::pathOf( *to ) ) : preset;
-   }
-   return reading_.text( *given, shapeOf( a.typeName() ), at ).value_or( preset );
-}
-
-Entity * Loader::target(
-      const Node & node, Entity & from, std::string_view type, const Spot & spot )
-{
-   const std::string allowed = "the path of a " + std::string( type ) + " in this tree";
-   if ( !reading_.is( Kind::text, node, spot, allowed ) ) {
-      return nullptr;
-   }
-   Entity * found = nullptr;
-   try {
-      found = Vok::entityAt( const_cast< Entity & >( Vok::rootOf( from ) ), bytesOf( node.text ) );
-   } catch ( const Corvo::ParseException & ) {
-   } catch ( const Corvo::RangeException & ) {
-   }
-   if ( !found || !isA( found->typeData(), type ) ) {
-      reading_.wrong( node, spot, allowed );
-      return nullptr;
-   }
-   return found;
-}
-
-void Loader::references(
-      const Node & node, Entity & e, const AttributeData & a, const Spot & spot )
-{
-   if ( !reading_.is( Kind::array, node, spot, "an array of paths" ) ) {
-      return;
-   }
-   std::set< const Entity * > targets;
-   for ( std::size_t i = 0; i != node.elements.size(); ++i ) {
-      const Spot at = below( spot, std::to_string( i ), spot.definition );
-      Entity * const to = target( node.elements[ i ], e, a.typeName(), at );
-      if ( to && !targets.insert( to ).second ) {
-         reading_.wrong( node.elements[ i ], at, "each path once" );
-      }
-   }
-   for ( const Corvo::String & key : a.keys( e ) ) {
-      if ( targets.erase( a.child( e, key ).get() ) == 0 && how_ == How::replace ) {
-         a.memberDel( e, key );
-      }
-   }
-   const Vok::Detail::AttributeRow & row = a.row();
-   for ( const Entity * const to : targets ) {
-      row.collection->insert( e, row.id, Vok::Detail::storageOf( e, row ), to );
-   }
-}
-
 // ---- What the document does not name ----------------------------------------------------------
 
 void Loader::deleteOthers( Entity & e, const AttributeData & a, const Keys & keys )
@@ -410,9 +237,7 @@ void Loader::reset( Entity & e, const AttributeData & a )
    }
 }
 
-} // namespace
-
-void load( const Document & document, Entity & entity, How how )
+void load( const Document & document, Vok::Entity & entity, How how )
 {
    Loader( document, how ).run( document.root(), entity );
 }

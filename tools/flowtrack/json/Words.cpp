@@ -1,29 +1,11 @@
 // Short lists are told in full, long ones by their beginning.
 #include "tools/flowtrack/json/Words.h"
 
-#include <algorithm>
-#include <numeric>
+#include "tools/flowtrack/json/Hint.h"
 
 namespace FlowtrackJson {
 
 namespace {
-
-/// How many letters have to be put in, taken out or replaced.
-std::size_t distance( std::string_view a, std::string_view b )
-{
-   std::vector< std::size_t > row( b.size() + 1 );
-   std::iota( row.begin(), row.end(), std::size_t{ 0 } );
-   for ( std::size_t i = 0; i != a.size(); ++i ) {
-      std::size_t diagonal = row[ 0 ];
-      row[ 0 ] = i + 1;
-      for ( std::size_t j = 0; j != b.size(); ++j ) {
-         const std::size_t replaced = diagonal + ( a[ i ] == b[ j ] ? 0 : 1 );
-         diagonal = row[ j + 1 ];
-         row[ j + 1 ] = std::min( { row[ j ] + 1, row[ j + 1 ] + 1, replaced } );
-      }
-   }
-   return row.back();
-}
 
 std::vector< std::string > fieldNames( const Vok::TypeData & type )
 {
@@ -101,17 +83,8 @@ std::string definitionOf( const Vok::TypeData & owner, const Vok::AttributeData 
 
 std::string suggestion( std::string_view found, const std::vector< std::string > & names )
 {
-   constexpr std::size_t longest = 100;
-   std::size_t closest = 1 + found.size() / 3;
-   const std::string * best = nullptr;
-   for ( const std::string & name : names ) {
-      const std::size_t away = found.size() > longest ? longest : distance( found, name );
-      if ( away < closest || ( away == closest && !best ) ) {
-         closest = away;
-         best = &name;
-      }
-   }
-   return best ? ", did you mean " + *best : "";
+   const std::string near = nearest( found, names );
+   return near.empty() ? near : ", did you mean " + near;
 }
 
 } // namespace FlowtrackJson

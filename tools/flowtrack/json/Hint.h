@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace Flowtrack {
+namespace FlowtrackJson {
 
 /// The known word that is nearest to one that was given, if any is near: no more letters apart than
 /// a third of it. Of several the first.
@@ -14,4 +14,4 @@ std::string nearest( std::string_view given, const std::vector< std::string > & 
 /// `did you mean X?`, or nothing.
 std::string didYouMean( std::string_view given, const std::vector< std::string > & known );
 
-} // namespace Flowtrack
+} // namespace FlowtrackJson

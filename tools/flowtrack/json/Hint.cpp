@@ -1,11 +1,11 @@
 // Distances between words: letters added, taken, changed or swapped.
-#include "tools/flowtrack/Hint.h"
+#include "tools/flowtrack/json/Hint.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
 
-namespace Flowtrack {
+namespace FlowtrackJson {
 
 namespace {
 
@@ -48,6 +48,10 @@ std::string nearest( std::string_view given, const std::vector< std::string > & 
    std::string best;
    std::size_t least = std::max< std::size_t >( 1, given.size() / 3 ) + 1;
    for ( const std::string & word : known ) {
+      const auto [ shorter, longer ] = std::minmax( { given.size(), word.size() } );
+      if ( longer - shorter >= least ) {
+         continue; // no nearer than that, and what is given may be of any length
+      }
       if ( const std::size_t apart = distance( given, word ); apart < least ) {
          least = apart;
          best = word;
@@ -62,4 +66,4 @@ std::string didYouMean( std::string_view given, const std::vector< std::string >
    return best.empty() ? best : "did you mean " + best + "?";
 }
 
-} // namespace Flowtrack
+} // namespace FlowtrackJson
