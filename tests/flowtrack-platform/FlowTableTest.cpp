@@ -185,6 +185,35 @@ TEST( SamplerTest, takesTheFirstOfEach )
    EXPECT_EQ( taken, "100010001000" );
 }
 
+/// From one in ten to every packet, wherever in the ten it is: not one is passed over.
+TEST( SamplerTest, aLowerRateHoldsFromTheNextPacketOn )
+{
+   for ( unsigned before = 0; before <= 10; ++before ) {
+      Sampler sampler;
+      sampler.settingsAre( 10, 0 );
+      for ( unsigned i = 0; i < before; ++i ) {
+         sampler.next( 0 );
+      }
+      sampler.settingsAre( 1, 0 );
+      for ( unsigned i = 0; i < 3; ++i ) {
+         EXPECT_EQ( sampler.next( 0 ), Sampler::Verdict::taken ) << before << " before, " << i;
+      }
+   }
+}
+
+/// The same rate once more, as whenever anything else of the configuration changed: the count goes
+/// on.
+TEST( SamplerTest, aRateThatStaysChangesNothing )
+{
+   Sampler sampler;
+   std::string taken;
+   for ( unsigned i = 0; i < 9; ++i ) {
+      sampler.settingsAre( 4, 0 );
+      taken += sampler.next( 0 ) == Sampler::Verdict::taken ? '1' : '0';
+   }
+   EXPECT_EQ( taken, "100010001" );
+}
+
 TEST( SamplerTest, takesNoMoreInASecondThanItMay )
 {
    Sampler sampler;

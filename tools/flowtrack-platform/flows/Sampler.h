@@ -11,11 +11,13 @@ namespace FlowtrackPlatform {
 /// them in a second than a limit.
 class Sampler {
  public:
-   /// `rate` is 1 at least; a `limit` of 0 is none.
+   /// `rate` is 1 at least; a `limit` of 0 is none. The count goes on, and where it is beyond what
+   /// a lower rate counts to, the next packet is taken.
    void settingsAre( std::uint32_t rate, std::uint32_t limit ) noexcept
    {
       rate_ = rate;
       limit_ = limit;
+      count_ = count_ < rate ? count_ : 0;
    }
 
    enum class Verdict : std::uint8_t {
