@@ -119,15 +119,16 @@ function( flowtracking_uncounted )
    set_source_files_properties( ${ARGN} PROPERTIES COMPILE_OPTIONS "${flags}" )
 endfunction()
 
-# flowtracking_precompile( <name> [TEST] <header>... ): headers that most files of a target include
-# are parsed once. Where g++ 12 optimises, it forgets of precompiled headers that they are the
-# system's, and warns of what it imagines in std::string. There a library is compiled without them,
-# and every file of it shows that it includes what it uses; a test is compiled without the warnings.
+# flowtracking_precompile( <name> [PROGRAM] <header>... ): headers that most files of a target
+# include are parsed once. Where g++ 12 optimises, it forgets of precompiled headers that they are
+# the system's, and warns of what it imagines in std::string. There a library is compiled without
+# them, and every file of it shows that it includes what it uses; what is only part of a program is
+# compiled without the warnings.
 function( flowtracking_precompile name )
-   cmake_parse_arguments( PARSE_ARGV 1 arg "TEST" "" "" )
+   cmake_parse_arguments( PARSE_ARGV 1 arg "PROGRAM" "" "" )
    if( CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13
          AND NOT CMAKE_BUILD_TYPE STREQUAL Debug )
-      if( NOT arg_TEST )
+      if( NOT arg_PROGRAM )
          return()
       endif()
       target_compile_options( ${name} PRIVATE
