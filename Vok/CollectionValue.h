@@ -6,7 +6,7 @@
 #include "Vok/TextOut.h"
 #include "Vok/ValueType.h"
 #include "Vok/View.h"
-#include "Vok/detail/StreamOps.h"
+#include "Vok/detail/NodeLog.h"
 
 #include <algorithm>
 #include <cstddef>

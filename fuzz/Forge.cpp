@@ -17,8 +17,7 @@ BatchParts partsOf( const Batch & batch )
    In in( Bytes( batch ).subspan( Format::headerSize ) );
    in.getVarint(); // the number
    const std::byte * const types = in.position();
-   Vok::Detail::ReadTypes read;
-   Vok::Detail::readTypes( in, read );
+   Vok::Detail::readTypes( in, {} );
    const std::byte * const end = batch.data() + batch.size() - Format::checksumSize;
    return { Batch( types, in.position() ), Batch( in.position(), end ) };
 }

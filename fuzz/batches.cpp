@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -192,7 +193,9 @@ std::optional< ReadTypes > checked( const Batch & content, bool whole, const Rea
    ReadTypes types = whole ? ReadTypes() : known;
    bool good = false;
    try {
-      Vok::Detail::readTypes( frame.content, types );
+      if ( auto described = Vok::Detail::readTypes( frame.content, types ) ) {
+         types = std::move( *described );
+      }
       Vok::Detail::checkRecords( frame, types, *rootType );
       good = true;
    } catch ( const Vok::NboAttrLog::Exception & ) {
@@ -211,10 +214,8 @@ const Batch & baseTypes()
 
 ReadTypes readBaseTypes()
 {
-   ReadTypes types;
    In in( baseTypes() );
-   Vok::Detail::readTypes( in, types );
-   return types;
+   return *Vok::Detail::readTypes( in, {} );
 }
 
 /// Where the stream of an input stands.

@@ -15,16 +15,20 @@ namespace Vok::Detail {
 using NboAttrLog::Exception;
 using NboAttrLog::In;
 
-BatchApply::BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types,
-      std::size_t introduced )
+BatchApply::BatchApply( BatchReader & reader, const BatchFrame & frame,
+      std::optional< ReadTypes > described, const Introduced & introduced )
       : reader_( reader ),
         frame_( frame ),
-        types_( std::move( types ) ),
+        described_( std::move( described ) ),
+        types_( described_ ? *described_ : reader.types_ ),
         sameStream_( reader.last_ != 0 && reader.stream_ == frame.stream ),
-        newSlots_( reader.shapeChanges_ )
+        introByNumber_( introduced ),
+        newSlots_( reader.shapeChanges_ ),
+        line_( &memory_ ),
+        left_( &memory_ ),
+        pending_( memory_ )
 {
-   intros_.reserve( introduced );
-   introByNumber_.reserve( introduced );
+   intros_.reserve( introduced.count );
 }
 
 void BatchApply::prepare()
@@ -85,19 +89,16 @@ void BatchApply::checkRoot( In in )
 
 void BatchApply::introduce( const Intro & intro )
 {
-   Intro & added = intros_.emplace_back( intro );
-   const auto [ node, inserted ] = introByNumber_.findOrInsert( added.number, [ & ] {
-      return MapNode< std::uint64_t, Intro * >{ added.number, &added };
-   } );
-   if ( !inserted ) {
+   intros_.push_back( intro );
+   if ( !introByNumber_.insert( intro.number, static_cast< std::uint32_t >( intros_.size() ) ) ) {
       throw Exception( "a batch introduces an entity twice" );
    }
 }
 
 BatchApply::Intro * BatchApply::introOf( std::uint64_t number )
 {
-   const auto * const found = introByNumber_.find( number );
-   return found ? found->value : nullptr;
+   const std::uint32_t position = introByNumber_.find( number );
+   return position != 0 ? &intros_[ position - 1 ] : nullptr;
 }
 
 void BatchApply::scan()
@@ -239,7 +240,9 @@ void BatchApply::commit() noexcept
    }
    reader_.stream_ = frame_.stream;
    reader_.last_ = frame_.number;
-   reader_.types_.swap( types_ );
+   if ( described_ ) {
+      reader_.types_.swap( *described_ );
+   }
    reader_.passedOver_.swap( passedOver_ );
    intros_.clear(); // what was found and not needed any more goes before anybody is told
 }

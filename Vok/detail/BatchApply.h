@@ -4,22 +4,24 @@
 #include "Vok/HSet.h"
 #include "Vok/detail/BatchReader.h"
 #include "Vok/detail/FunctionRef.h"
+#include "Vok/detail/NumberIndex.h"
 #include "Vok/detail/PendingTell.h"
 #include "Vok/detail/RecordCursor.h"
 #include "Vok/detail/Staged.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <memory_resource>
+#include <optional>
 #include <vector>
 
 namespace Vok::Detail {
 
 class BatchApply {
  public:
-   /// `introduced` is how many entities the batch introduces, or more.
-   BatchApply( BatchReader & reader, const BatchFrame & frame, ReadTypes types,
-         std::size_t introduced );
+   /// `described` are all types that are known, where the batch describes some.
+   BatchApply( BatchReader & reader, const BatchFrame & frame,
+         std::optional< ReadTypes > described, const Introduced & introduced );
 
    /// Makes and stages everything. Throws, and then the replica is as it was.
    void prepare();
@@ -62,6 +64,15 @@ class BatchApply {
       std::vector< Corvo::Ptr< Entity > > targets;
       std::vector< const void * > addresses;
       bool complete = true; ///< nothing that they refer to is gone
+
+      /// Keeps the room, for the next entity's.
+      void clear() noexcept
+      {
+         values.clear();
+         targets.clear();
+         addresses.clear();
+         complete = true;
+      }
    };
 
    /// Where the batch refers to an entity: a collection of references of the entity `number`, or
@@ -90,7 +101,7 @@ class BatchApply {
    void resolveAll();
    void resolve( Intro & intro );
    bool waitsForOthers( Intro & intro, std::vector< Intro * > & stack );
-   Arguments readArguments( const Intro & intro );
+   void readArguments( const Intro & intro, Arguments & arguments );
    Corvo::Ptr< Entity > known( const Intro & intro );
    Corvo::Ptr< Entity > alike( const Intro & intro, const Arguments & arguments );
    Corvo::Ptr< Entity > referredThere( const Intro & intro, const Arguments & arguments );
@@ -114,18 +125,25 @@ class BatchApply {
    void passOver( const ReadType & type, const ReadRow & row );
    void makeSlots();
 
+   // Notes that live as long as the batch: those of a small one need no allocation.
+   std::byte firstMemory_[ 512 ];
+   std::pmr::monotonic_buffer_resource memory_{ firstMemory_, sizeof firstMemory_ };
+
    BatchReader & reader_;
    BatchFrame frame_;
-   ReadTypes types_;
+   std::optional< ReadTypes > described_;
+   const ReadTypes & types_; // described_, or the reader's
    bool sameStream_;
 
    std::vector< Intro > intros_; // has room for all from the beginning: they do not move
-   HashMap2018< MapNode< std::uint64_t, Intro * >, std::uint64_t, Intro * > introByNumber_;
+   NumberIndex introByNumber_; // positions in intros_, plus 1
    HashMap2018< MapNode< std::uint64_t, Referrer >, std::uint64_t, Referrer > referrers_;
    HSet< const Entity * > claimed_; // outside the tree, found again
    ReplicaSlots newSlots_; // of what the batch introduces
-   std::vector< ReplicaSlot > line_; // used while an entity's place is checked
-   std::vector< ReplicaSlot > left_; // slots whose entities are outside the tree from now on
+   Arguments arguments_; // of the entity that is resolved
+   std::vector< bool > mentioned_; // which rows a record has
+   std::pmr::vector< ReplicaSlot > line_; // used while an entity's place is checked
+   std::pmr::vector< ReplicaSlot > left_; // whose entities are outside the tree from now on
    PendingTell pending_;
    std::vector< Corvo::String > passedOver_;
 };

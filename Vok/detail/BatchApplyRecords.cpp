@@ -115,10 +115,10 @@ void BatchApply::apply( const Record & record, In & attributes )
 void BatchApply::applyFresh( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
-   std::vector< bool > mentioned( type.rows.size() );
+   mentioned_.assign( type.rows.size(), false );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
-         mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
          if ( row.own ) {
             loadAttribute( entity, row, payload );
          } else {
@@ -128,7 +128,7 @@ void BatchApply::applyFresh( Entity & entity, const Record & record, In & attrib
    }
    for ( std::size_t i = 0; i != type.rows.size(); ++i ) {
       const ReadRow & row = type.rows[ i ];
-      if ( mentioned[ i ] || !row.own ) {
+      if ( mentioned_[ i ] || !row.own ) {
          continue;
       }
       void * const storage = storageOf( entity, *row.own );
@@ -208,11 +208,11 @@ bool BatchApply::nextEntityOp(
 void BatchApply::applyExisting( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
-   std::vector< bool > mentioned( record.whole ? type.rows.size() : 0 );
+   mentioned_.assign( record.whole ? type.rows.size() : 0, false );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
          if ( record.whole ) {
-            mentioned[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+            mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
          }
          if ( row.own ) {
             stageAttribute( entity, row, payload );
@@ -222,7 +222,7 @@ void BatchApply::applyExisting( Entity & entity, const Record & record, In & att
       } );
    }
    for ( std::size_t i = 0; record.whole && i != type.rows.size(); ++i ) {
-      if ( !mentioned[ i ] && type.rows[ i ].own ) {
+      if ( !mentioned_[ i ] && type.rows[ i ].own ) {
          stageInitial( entity, type.rows[ i ] );
       }
    }
@@ -258,10 +258,9 @@ void BatchApply::stageValue( Entity & entity, const AttributeRow & row, OwnedVal
       return;
    }
    if ( row.storage ) {
-      pending_.add(
-            std::make_unique< StagedWord >( row, storage, std::move( next ) ), entity, row.id );
+      pending_.make< StagedWord >( entity, row.id, row, storage, std::move( next ) );
    } else {
-      pending_.addValue( storage, std::move( next ), entity, row.id );
+      pending_.make< StagedValue >( entity, row.id, storage, std::move( next ) );
    }
 }
 

@@ -56,10 +56,9 @@ const ReadType & memberType( const ReadRow & row, const ReadTypes & types )
    return *types[ row.memberType - 1 ];
 }
 
-// Returns how many children are put in.
-std::size_t checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types )
+void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types,
+      Introduced & introduced )
 {
-   std::size_t introduced = 0;
    std::size_t members = 0;
    while ( payload.remaining() != 0 ) {
       if ( ++members > 1 && row.kind == AttributeKind::child ) {
@@ -77,41 +76,39 @@ std::size_t checkEntities( const ReadRow & row, In payload, bool whole, const Re
             continue;
          }
          if ( !row.own ) {
-            return introduced; // the key's layout is not known here
+            return; // the key's layout is not known here
          }
          row.own->key->check( payload );
       } else if ( row.kind == AttributeKind::references ) {
          payload.getVarint();
       } else {
-         checkArguments( memberType( row, types ), readChildHead( payload ).arguments );
-         ++introduced;
+         const ChildHead child = readChildHead( payload );
+         checkArguments( memberType( row, types ), child.arguments );
+         introduced.add( child.number );
       }
    }
-   return introduced;
 }
 
-// Returns how many children are put in.
-std::size_t checkAttribute( const ReadRow & row, In payload, const ReadTypes & types )
+void checkAttribute(
+      const ReadRow & row, In payload, const ReadTypes & types, Introduced & introduced )
 {
    if ( row.hasEntities() ) {
       const bool whole = readMode( payload );
-      return checkEntities( row, payload, whole, types );
-   }
-   if ( row.own && row.isCollection() ) {
+      checkEntities( row, payload, whole, types, introduced );
+   } else if ( row.own && row.isCollection() ) {
       const bool whole = readMode( payload );
       row.own->collection->stream->check( payload, whole );
    } else if ( row.own ) {
       checkValue( *row.own, payload );
    }
-   return 0;
 }
 
 } // namespace
 
-std::size_t checkRecords(
+Introduced checkRecords(
       const BatchFrame & frame, const ReadTypes & types, const TypeData & root )
 {
-   std::size_t introduced = frame.whole ? 1 : 0;
+   Introduced introduced;
    In in = frame.content;
    if ( frame.whole ) {
       if ( types.empty() || types.front()->own != &root ) {
@@ -121,18 +118,19 @@ std::size_t checkRecords(
                ", the replica's root is a " + std::string( root.name() ) );
       }
       checkArguments( *types.front(), readBlock( in ) );
+      introduced.add( 0 ); // the root
    }
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types );
       const ReadType & type = *types[ head.typeNumber ];
       if ( head.kind == Batch::RecordKind::outside ) {
          checkArguments( type, head.arguments );
-         ++introduced;
+         introduced.add( head.number );
       } else if ( frame.whole && !head.whole() ) {
          throw Exception( "a batch of the whole tree changes an entity" );
       }
       eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
-         introduced += checkAttribute( row, payload, types );
+         checkAttribute( row, payload, types, introduced );
       } );
    }
    return introduced;

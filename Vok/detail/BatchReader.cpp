@@ -7,7 +7,9 @@
 #include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/Hash.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace Vok::Detail {
 
@@ -65,14 +67,16 @@ void BatchReader::checkPlace( const BatchFrame & frame ) const
 void BatchReader::read( In & in )
 {
    const In before = in;
-   std::unique_ptr< BatchApply > apply;
+   std::optional< BatchApply > apply;
    try {
       BatchFrame frame = readFrame( in );
       checkPlace( frame );
-      ReadTypes types = frame.whole ? ReadTypes() : types_;
-      readTypes( frame.content, types );
-      const std::size_t introduced = checkRecords( frame, types, root_->typeData() );
-      apply = std::make_unique< BatchApply >( *this, frame, std::move( types ), introduced );
+      const ReadTypes none;
+      const ReadTypes & known = frame.whole ? none : types_;
+      auto described = readTypes( frame.content, known );
+      const Introduced introduced =
+            checkRecords( frame, described ? *described : known, root_->typeData() );
+      apply.emplace( *this, frame, std::move( described ), introduced );
       apply->prepare();
    } catch ( const Corvo::RangeException & e ) {
       in = before;

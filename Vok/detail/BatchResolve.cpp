@@ -119,6 +119,9 @@ Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & a
    if ( !constructed && ( !frame_.whole || sameStream_ ) ) {
       return nullptr; // another number, another birth: the writer made it anew
    }
+   if ( intro.row->collection->size( storageOf( *owner, *intro.row ) ) == 0 ) {
+      return nullptr;
+   }
    const TypeData & type = *types_[ intro.type ]->own;
    const Corvo::Ptr< Entity > there = member( *owner, *intro.row, type, arguments );
    return there && sameArguments( *there, type, arguments ) ? there : nullptr;
@@ -144,9 +147,12 @@ Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Argum
       const Intro & referrer = *introOf( number );
       const Corvo::Ptr< Entity > owner = referrer.row ? entityOf( referrer.parent ) : nullptr;
       const TypeData & referrerType = *types_[ referrer.type ]->own;
-      const Corvo::Ptr< Entity > standing = owner
-            ? member( *owner, *referrer.row, referrerType, readArguments( referrer ) )
-            : nullptr;
+      Corvo::Ptr< Entity > standing;
+      if ( owner ) {
+         Arguments ofReferrer;
+         readArguments( referrer, ofReferrer );
+         standing = member( *owner, *referrer.row, referrerType, ofReferrer );
+      }
       if ( standing ) {
          there = const_cast< Entity * >( referred( *standing, *row ) );
       }
@@ -196,12 +202,16 @@ void BatchApply::resolveAll()
          }
       }
    }
+   arguments_.clear();
 }
 
 // Calls f( number, row ) for what each argument of an introduced entity refers to.
 void BatchApply::eachReference( const Intro & intro,
       FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f )
 {
+   if ( !types_[ intro.type ]->refers ) {
+      return;
+   }
    In in = intro.arguments;
    for ( const ReadArgument & argument : types_[ intro.type ]->arguments ) {
       if ( argument.reference ) {
@@ -209,8 +219,7 @@ void BatchApply::eachReference( const Intro & intro,
             f( number - 1, *argument.own );
          }
       } else {
-         OwnedValue value( *argument.own->value );
-         argument.own->value->decode( in, value.data() );
+         argument.own->value->check( in );
       }
    }
 }
@@ -237,9 +246,8 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
    return stack.size() != before;
 }
 
-BatchApply::Arguments BatchApply::readArguments( const Intro & intro )
+void BatchApply::readArguments( const Intro & intro, Arguments & arguments )
 {
-   Arguments arguments;
    const ReadType & type = *types_[ intro.type ];
    arguments.values.reserve( type.arguments.size() );
    In in = intro.arguments;
@@ -256,7 +264,6 @@ BatchApply::Arguments BatchApply::readArguments( const Intro & intro )
       arguments.addresses.push_back( target.get() );
       arguments.targets.push_back( std::move( target ) );
    }
-   return arguments;
 }
 
 void BatchApply::resolve( Intro & intro )
@@ -265,18 +272,19 @@ void BatchApply::resolve( Intro & intro )
    if ( !type.own || ( !intro.outside && ( !intro.row || !entityOf( intro.parent ) ) ) ) {
       return; // this side does not know it, or its users deleted what it belongs to
    }
-   const Arguments arguments = readArguments( intro );
-   if ( !arguments.complete ) {
+   arguments_.clear();
+   readArguments( intro, arguments_ );
+   if ( !arguments_.complete ) {
       return; // the replica's users deleted what it refers to
    }
    intro.entity = known( intro );
    if ( !intro.entity ) {
-      intro.entity = alike( intro, arguments );
+      intro.entity = alike( intro, arguments_ );
       const Intro * const parent = introOf( intro.parent );
       intro.fresh = intro.entity && parent && parent->fresh; // made by its parent's constructor
    }
    if ( !intro.entity ) {
-      intro.entity = type.own->row().make->make( arguments.addresses.data() );
+      intro.entity = type.own->row().make->make( arguments_.addresses.data() );
       intro.fresh = true;
    }
 }

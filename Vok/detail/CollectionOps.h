@@ -7,7 +7,8 @@
 #include "Vok/Collection.h"
 #include "Vok/Entity.h"
 #include "Vok/detail/FunctionRef.h"
-#include "Vok/detail/StreamOps.h"
+#include "Vok/detail/StreamEntities.h"
+#include "Vok/detail/StreamMaps.h"
 #include "Vok/detail/Tables.h"
 
 #include <cstddef>

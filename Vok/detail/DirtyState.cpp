@@ -7,18 +7,24 @@
 #include "Vok/detail/StreamOps.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Vok::Detail {
 
 DirtyState::DirtyState( const TypeData & type ) : type_( &type )
 {
    if ( const std::size_t count = wordCount(); count > 1 ) {
-      rest_ = std::make_unique< Rest >();
-      rest_->words = std::make_unique< std::uint64_t[] >( count );
+      bits_.many = new std::uint64_t[ count ]();
+      wide_ = true;
    }
 }
 
-DirtyState::~DirtyState() = default;
+DirtyState::~DirtyState()
+{
+   if ( wide_ ) {
+      delete[] bits_.many;
+   }
+}
 
 std::size_t DirtyState::wordCount() const noexcept
 {
@@ -44,37 +50,40 @@ void DirtyState::note( const Corvo::Change & change )
    }
 }
 
-DirtyKeys & DirtyState::keysOf( std::size_t index, const AttributeRow & row )
+DirtyKeys * DirtyState::keysOf( std::size_t index ) const noexcept
 {
-   if ( !rest_ ) {
-      rest_ = std::make_unique< Rest >();
+   DirtyKeys * keys = keys_.get();
+   while ( keys && keys->index != index ) {
+      keys = keys->next.get();
    }
-   std::vector< KeySet > & sets = rest_->keySets;
-   auto set = std::find_if(
-         sets.begin(), sets.end(), [ index ]( const KeySet & s ) { return s.index == index; } );
-   if ( set == sets.end() ) {
-      sets.push_back( { index, row.collection->stream->dirtyKeys() } );
-      set = sets.end() - 1;
-   }
-   return *set->keys;
+   return keys;
 }
 
 void DirtyState::noteKey(
       const Corvo::Change & change, std::size_t index, const AttributeRow & row )
 {
-   DirtyKeys & keys = keysOf( index, row );
+   DirtyKeys * keys = keysOf( index );
+   std::unique_ptr< DirtyKeys > made;
+   if ( !keys ) {
+      made = row.collection->stream->dirtyKeys();
+      made->index = index;
+      keys = made.get();
+   }
    // Changes of one member may be told in another order than they were stored in, when notifiees
    // make some: then nothing is known of what was before.
    const bool insertion =
          !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
    const void * const key = change.keyAddress();
-   keys.note( key, insertion, [ & ] {
+   keys->note( key, insertion, [ & ] {
       return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
    } );
-   keysChanged_ = true;
+   if ( made ) {
+      made->next = std::move( keys_ );
+      keys_ = std::move( made );
+   }
    const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;
    std::uint64_t & word = words()[ index / 64 ];
-   word = keys.size() != 0 ? word | bit : word & ~bit;
+   word = keys->size() != 0 ? word | bit : word & ~bit;
 }
 
 bool DirtyState::any() const noexcept
@@ -84,24 +93,14 @@ bool DirtyState::any() const noexcept
 
 const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
 {
-   if ( !keysChanged_ ) {
-      return nullptr;
-   }
-   for ( const KeySet & set : rest_->keySets ) {
-      if ( set.index == index && set.keys->size() != 0 ) {
-         return set.keys.get();
-      }
-   }
-   return nullptr;
+   const DirtyKeys * const keys = keysOf( index );
+   return keys && keys->size() != 0 ? keys : nullptr;
 }
 
 void DirtyState::clear( const Corvo::Publisher & publisher ) noexcept
 {
    std::fill( words(), words() + wordCount(), 0 );
-   if ( rest_ ) {
-      rest_->keySets.clear();
-   }
-   keysChanged_ = false;
+   keys_.reset();
    trusting_ = !publisher.busy();
 }
 

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 namespace Vok {
 
@@ -23,6 +22,8 @@ struct AttributeRow;
 class VOK_EXPORT DirtyState {
  public:
    explicit DirtyState( const TypeData & type );
+   DirtyState( const DirtyState & ) = delete;
+   DirtyState & operator=( const DirtyState & ) = delete;
    ~DirtyState();
 
    /// Takes note of a change. Throws std::bad_alloc, and then nothing is noted.
@@ -31,7 +32,7 @@ class VOK_EXPORT DirtyState {
    bool any() const noexcept;
 
    /// Whether a collection has changed, though it may be again as it was.
-   bool hasKeys() const noexcept { return keysChanged_; }
+   bool hasKeys() const noexcept { return keys_ != nullptr; }
    bool attribute( std::size_t index ) const noexcept
    {
       return ( words()[ index / 64 ] >> index % 64 & 1 ) != 0;
@@ -51,33 +52,19 @@ class VOK_EXPORT DirtyState {
    static std::size_t indexOf( const TypeData & type, AttrId id ) noexcept;
 
  private:
-   struct KeySet {
-      std::size_t index;
-      std::unique_ptr< DirtyKeys > keys;
-   };
-
-   // What most entities do without.
-   struct Rest {
-      std::unique_ptr< std::uint64_t[] > words; // the bits of a type of more than 64 attributes
-      std::vector< KeySet > keySets;
-   };
-
-   const std::uint64_t * words() const noexcept
-   {
-      return rest_ && rest_->words ? rest_->words.get() : &one_;
-   }
-   std::uint64_t * words() noexcept
-   {
-      return rest_ && rest_->words ? rest_->words.get() : &one_;
-   }
+   const std::uint64_t * words() const noexcept { return wide_ ? bits_.many : &bits_.one; }
+   std::uint64_t * words() noexcept { return wide_ ? bits_.many : &bits_.one; }
    std::size_t wordCount() const noexcept;
    void noteKey( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
-   DirtyKeys & keysOf( std::size_t index, const AttributeRow & row );
+   DirtyKeys * keysOf( std::size_t index ) const noexcept;
 
    const TypeData * type_;
-   std::uint64_t one_ = 0; // the bits of a type of at most 64 attributes
-   std::unique_ptr< Rest > rest_;
-   bool keysChanged_ = false;
+   union {
+      std::uint64_t one = 0;
+      std::uint64_t * many; // of a type of more than 64 attributes: so many words, owned
+   } bits_;
+   std::unique_ptr< DirtyKeys > keys_; // of each collection that has changed
+   bool wide_ = false;
    bool trusting_ = true; // a first insertion tells that a reader has no such member
 };
 

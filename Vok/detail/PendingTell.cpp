@@ -11,26 +11,24 @@ PendingTell::~PendingTell()
    for ( Entry & entry : entries_ ) {
       letGo( entry );
    }
+   for ( const Entry & entry : entries_ ) {
+      if ( entry.allocated ) {
+         delete entry.change;
+      } else if ( entry.change ) {
+         entry.change->~Staged();
+      }
+   }
 }
 
 void PendingTell::add( std::unique_ptr< Staged > change, Entity & owner, AttrId id )
 {
    if ( change ) {
-      others_.push_back( std::move( change ) );
-      add( *others_.back(), owner, id );
+      Entry & entry = entries_.emplace_back();
+      entry.change = change.release();
+      entry.allocated = true;
+      entry.change->owner = Corvo::Ptr< Entity >( &owner );
+      entry.change->id = id;
    }
-}
-
-void PendingTell::addValue( void * storage, OwnedValue next, Entity & owner, AttrId id )
-{
-   add( values_.emplace_back( storage, std::move( next ) ), owner, id );
-}
-
-void PendingTell::add( Staged & change, Entity & owner, AttrId id )
-{
-   change.owner = Corvo::Ptr< Entity >( &owner );
-   change.id = id;
-   entries_.push_back( { &change } );
 }
 
 void PendingTell::hold( Entry & entry ) noexcept

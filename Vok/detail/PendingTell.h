@@ -6,8 +6,10 @@
 #include "Vok/detail/Staged.h"
 
 #include <cstdint>
-#include <deque>
 #include <memory>
+#include <memory_resource>
+#include <new>
+#include <utility>
 #include <vector>
 
 namespace Vok::Detail {
@@ -15,7 +17,9 @@ namespace Vok::Detail {
 /// The staged changes of a batch, from their preparation until all who listen have been told.
 class PendingTell {
  public:
-   PendingTell() = default;
+   /// `memory` is for what is noted; it is given back when the memory ends.
+   explicit PendingTell( std::pmr::memory_resource & memory ) : memory_( memory ),
+                                                                entries_( &memory ) {}
    PendingTell( const PendingTell & ) = delete;
    PendingTell & operator=( const PendingTell & ) = delete;
    ~PendingTell();
@@ -23,8 +27,16 @@ class PendingTell {
    /// Takes a change in; null is none. Throws std::bad_alloc.
    void add( std::unique_ptr< Staged > change, Entity & owner, AttrId id );
 
-   /// The same for the most frequent kind, many of which are in one block of memory.
-   void addValue( void * storage, OwnedValue next, Entity & owner, AttrId id );
+   /// Makes a change of these arguments in that memory. Throws std::bad_alloc.
+   template< class Change, class... Arguments >
+   void make( Entity & owner, AttrId id, Arguments &&... arguments )
+   {
+      Entry & entry = entries_.emplace_back();
+      void * const room = memory_.allocate( sizeof( Change ), alignof( Change ) );
+      entry.change = new ( room ) Change( std::forward< Arguments >( arguments )... );
+      entry.change->owner = Corvo::Ptr< Entity >( &owner );
+      entry.change->id = id;
+   }
 
    /// Stores all changes. Who is attached now will be told; who attaches later will not.
    void commit() noexcept;
@@ -35,18 +47,17 @@ class PendingTell {
 
  private:
    struct Entry {
-      Staged * change;
+      Staged * change = nullptr; // while it could not be made
       std::uint32_t upTo = 0; // the notifiees to be told: those that were there
       bool held = false; // the list of notifiees is kept from moving together
+      bool allocated = false; // by itself
    };
 
-   void add( Staged & change, Entity & owner, AttrId id );
    static void hold( Entry & entry ) noexcept;
    static void letGo( Entry & entry ) noexcept;
 
-   std::deque< StagedValue > values_;
-   std::vector< std::unique_ptr< Staged > > others_;
-   std::vector< Entry > entries_; // of all, in their order
+   std::pmr::memory_resource & memory_;
+   std::pmr::vector< Entry > entries_; // in their order
 };
 
 } // namespace Vok::Detail

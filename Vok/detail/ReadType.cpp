@@ -71,6 +71,7 @@ void readArguments( In & in, ReadType & type )
          if ( !same ) {
             incompatible( type.name, name, "the writer's constructor argument is another" );
          }
+         type.refers = type.refers || argument.reference;
          type.arguments.push_back( argument );
       }
    }
@@ -171,10 +172,14 @@ bool describes( const ReadTypes & types, std::string_view name )
 
 } // namespace
 
-void readTypes( In & in, ReadTypes & types )
+std::optional< ReadTypes > readTypes( In & in, const ReadTypes & before )
 {
-   std::size_t unknownRows = 0;
    const std::uint64_t count = in.getVarint();
+   if ( count == 0 ) {
+      return std::nullopt;
+   }
+   ReadTypes types = before;
+   std::size_t unknownRows = 0;
    if ( count > mostTypes - std::min( types.size(), mostTypes ) ) {
       throw Exception( "a stream describes more than " + std::to_string( mostTypes ) + " types" );
    }
@@ -192,6 +197,7 @@ void readTypes( In & in, ReadTypes & types )
       readRows( in, *type, unknownRows );
       types.push_back( type );
    }
+   return types;
 }
 
 } // namespace Vok::Detail

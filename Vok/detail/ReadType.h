@@ -49,13 +49,15 @@ struct ReadType {
    std::vector< ReadArgument > arguments;
    std::vector< ReadRow > rows;
    bool hasEntities = false; ///< one of the rows has
+   bool refers = false; ///< one of the arguments is a reference
 };
 
 using ReadTypes = std::vector< std::shared_ptr< const ReadType > >;
 
-/// Reads the descriptions that a batch carries and appends them. Throws NboAttrLog::Exception for
-/// what is no description, and for a type whose definition cannot be reconciled with this side's,
-/// naming it.
-void readTypes( NboAttrLog::In & in, ReadTypes & types );
+/// Reads the descriptions that a batch carries. Returns the types that are known from it on: those
+/// before, and behind them the described ones; none where it describes none. Throws
+/// NboAttrLog::Exception for what is no description, and for a type whose definition cannot be
+/// reconciled with this side's, naming it.
+std::optional< ReadTypes > readTypes( NboAttrLog::In & in, const ReadTypes & before );
 
 } // namespace Vok::Detail

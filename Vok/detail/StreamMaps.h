@@ -1,0 +1,186 @@
+// What change streams need of maps and sets.
+#pragma once
+
+#include "Vok/detail/NodeLog.h"
+#include "Vok/detail/SmallSet.h"
+#include "Vok/detail/StreamOps.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace Vok::Detail {
+
+/// What an empty collection becomes that nobody listens to: the members themselves, with no notes
+/// of what was there.
+template< class Map, bool owned > class StagedFill final : public Staged {
+ public:
+   explicit StagedFill( Map & map ) : map_( map ) {}
+
+   Map & members() noexcept { return members_; }
+
+   void commit() noexcept override
+   {
+      map_.swap( members_ );
+      if constexpr ( owned ) {
+         // A batch may say twice what the collection becomes.
+         for ( typename Map::Cursor cursor( members_ ); !cursor.atEnd(); cursor.next() ) {
+            EntityAccess::leave( *cursor.node()->child );
+         }
+         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
+            EntityAccess::enter( *cursor.node()->child, *owner );
+         }
+      }
+   }
+
+   void notify( const Tell & ) override {}
+
+ private:
+   Map & map_;
+   Map members_;
+};
+
+template< class Map > class StagedMap final : public Staged {
+   using Log = NodeLog< Map >;
+   using Node = typename Map::Node;
+   using Key = typename Map::Key;
+
+ public:
+   explicit StagedMap( Map & map ) : map_( map ) {}
+
+   bool prepare( NboAttrLog::In & in, bool whole )
+   {
+      SmallSet< Key > seen;
+      std::size_t insertions = 0;
+      while ( in.remaining() != 0 ) {
+         if ( !whole && readOp( in ) == MemberOp::del ) {
+            Key key = Log::readKey( in );
+            once( seen, key );
+            if ( map_.find( key ) ) {
+               changes_.push_back( { std::move( key ), std::nullopt, false } );
+            }
+            continue;
+         }
+         Node next = Log::read( in );
+         once( seen, next.fwkKey() );
+         const Node * const now = map_.find( next.fwkKey() );
+         insertions += now ? 0U : 1U;
+         if ( !now || !Log::same( *now, next ) ) {
+            changes_.push_back( { Key( next.fwkKey() ), std::move( next ), !now } );
+         }
+      }
+      if ( whole && seen.size() - insertions != map_.size() ) {
+         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
+            if ( !seen.contains( cursor.node()->fwkKey() ) ) {
+               changes_.push_back( { Key( cursor.node()->fwkKey() ), std::nullopt, false } );
+            }
+         }
+      }
+      map_.reserve( map_.size() + insertions );
+      return !changes_.empty();
+   }
+
+   void commit() noexcept override
+   {
+      // Deletions leave their nodes, replacements the nodes before; insertions nothing.
+      for ( Change & change : changes_ ) {
+         if ( !change.node ) {
+            if ( auto taken = map_.take( change.key ) ) {
+               change.node.emplace( std::move( *taken ) );
+            }
+         } else if ( change.inserted ) {
+            map_.findOrInsert( change.key, [ & ] { return Node( std::move( *change.node ) ); } );
+            change.node.reset();
+         } else {
+            std::swap( *map_.find( change.key ), *change.node );
+         }
+      }
+   }
+
+   void notify( const Tell & tell ) override
+   {
+      for ( const Change & change : changes_ ) {
+         tell( any( change.key ), change.node ? Log::oldValue( *change.node ) : AnyValue() );
+      }
+   }
+
+ private:
+   struct Change {
+      Key key;
+      std::optional< Node > node;
+      bool inserted;
+   };
+
+   static void once( SmallSet< Key > & seen, const Key & key )
+   {
+      if ( !seen.insert( key ) ) {
+         memberTwice();
+      }
+   }
+
+   Map & map_;
+   std::vector< Change > changes_;
+};
+
+template< class Map > struct MapStreamOps {
+   using Log = NodeLog< Map >;
+
+   static std::unique_ptr< DirtyKeys > dirtyKeys()
+   {
+      return std::make_unique< DirtyKeysOf< typename Map::Key > >();
+   }
+   static void check( NboAttrLog::In & in, bool whole )
+   {
+      while ( in.remaining() != 0 ) {
+         const bool deleted = !whole && readOp( in ) == MemberOp::del;
+         if ( deleted || !Log::keyed ) {
+            checkLog< typename Map::Key >( in );
+         }
+         if constexpr ( !Log::isSet ) {
+            if ( !deleted ) {
+               checkLog< typename NodeValue< typename Map::Node >::Type >( in );
+            }
+         }
+      }
+   }
+   static void load( void * collection, NboAttrLog::In & in )
+   {
+      Map & map = *static_cast< Map * >( collection );
+      if constexpr ( requires { map.capacity(); } ) {
+         std::size_t count = 0;
+         for ( NboAttrLog::In ahead = in; ahead.remaining() != 0; ++count ) {
+            Log::skip( ahead );
+         }
+         map.reserve( map.size() + count );
+      }
+      while ( in.remaining() != 0 ) {
+         auto node = Log::read( in );
+         if ( !map.findOrInsert( node.fwkKey(), [ & ] { return std::move( node ); } ).second ) {
+            memberTwice();
+         }
+      }
+   }
+   static std::unique_ptr< Staged > stage(
+         void * collection, NboAttrLog::In & in, StageMode mode )
+   {
+      Map & map = *static_cast< Map * >( collection );
+      if ( mode.whole && !mode.heard && map.empty() ) {
+         auto filled = std::make_unique< StagedFill< Map, false > >( map );
+         load( &filled->members(), in );
+         return filled->members().empty() ? nullptr : std::move( filled );
+      }
+      auto staged = std::make_unique< StagedMap< Map > >( map );
+      const bool differs = staged->prepare( in, mode.whole );
+      return differs ? std::move( staged ) : nullptr;
+   }
+};
+
+template< class Map > inline constexpr StreamOps mapStreamOps = { MapStreamOps< Map >::dirtyKeys,
+   MapStreamOps< Map >::check, MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr,
+   nullptr };
+
+template< class Set > inline constexpr StreamOps setStreamOps = mapStreamOps< Set >;
+
+} // namespace Vok::Detail
