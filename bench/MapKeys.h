@@ -89,7 +89,8 @@ template< class Key > struct Keys {
       for ( std::size_t i = 0; i != strangers.size(); ++i ) {
          const std::uint32_t number = random.below( 2 * count );
          const std::uint32_t dice = random.below( 4 );
-         const Deed deed = dice < 2 ? Deed::find : dice == 2 ? Deed::insert : Deed::erase;
+         const Deed deed = dice < 2 ? Deed::find : dice == 2 ? Deed::insert
+                                                             : Deed::erase;
          effects += ( deed == Deed::insert ) != present[ number ] ? 1U : 0U;
          present[ number ] = deed == Deed::find ? present[ number ] : deed == Deed::insert;
          deeds.emplace_back( deed, keyOf< Key >( number ) );

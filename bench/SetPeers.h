@@ -2,28 +2,14 @@
 // comparisons and checks.
 #pragma once
 
+#include "bench/PlainValues.h"
+
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
 namespace Bench {
-
-enum class PlainKind : std::uint8_t {
-   none = 0,
-   web = 1,
-   streaming = 2,
-   voice = 7
-};
-
-struct PlainRate {
-   std::uint64_t packets = 0;
-   std::uint64_t bytes = 0;
-   PlainKind kind = PlainKind::none;
-   bool exact = false;
-
-   bool operator==( const PlainRate & ) const = default;
-};
 
 /// Its setters are inlined where they are called.
 class InlinedRecord {
