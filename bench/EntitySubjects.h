@@ -152,9 +152,9 @@ class ArenaTree {
    explicit ArenaTree( const TreeNames & names )
    {
       for ( const std::string & outer : names.folders ) {
-         BenchMessages::Folder & above = folderIn( *root_, outer );
+         Folder & above = folderIn( *root_, outer );
          for ( const std::string & inner : names.folders ) {
-            BenchMessages::Folder & folder = folderIn( above, inner );
+            Folder & folder = folderIn( above, inner );
             for ( const std::string & item : names.items ) {
                ( *folder.mutable_item() )[ item ].set_name( item );
             }
@@ -164,16 +164,17 @@ class ArenaTree {
    std::size_t size() const { return root_->folder().size(); }
 
  private:
-   static BenchMessages::Folder & folderIn( BenchMessages::Folder & above, const std::string & name )
+   using Folder = BenchMessages::Folder;
+
+   static Folder & folderIn( Folder & above, const std::string & name )
    {
-      BenchMessages::Folder & folder = ( *above.mutable_folder() )[ name ];
+      Folder & folder = ( *above.mutable_folder() )[ name ];
       folder.set_name( name );
       return folder;
    }
 
    google::protobuf::Arena arena_;
-   BenchMessages::Folder * root_ =
-         google::protobuf::Arena::CreateMessage< BenchMessages::Folder >( &arena_ );
+   Folder * root_ = google::protobuf::Arena::CreateMessage< Folder >( &arena_ );
 };
 
 } // namespace Bench

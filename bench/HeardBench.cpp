@@ -48,7 +48,9 @@ template< class Sort, class Heard > void registerOne()
       const std::string name = std::string( "heard/" ) + Sort::name + "/" +
             std::to_string( listeners ) + "/" + Heard::name;
       benchmark::RegisterBenchmark( name.c_str(),
-            [ listeners ]( benchmark::State & state ) { heard< Sort, Heard >( state, listeners ); } );
+            [ listeners ]( benchmark::State & state ) {
+               heard< Sort, Heard >( state, listeners );
+            } );
    }
 }
 

@@ -77,7 +77,8 @@ struct MessageNames {
       switch ( field->cpp_type() ) {
       case FieldDescriptor::CPPTYPE_UINT32: {
          char digits[ 10 ];
-         return { digits, std::to_chars( digits, std::end( digits ), reflection().GetUInt32( message_, field ) ).ptr };
+         const std::uint32_t number = reflection().GetUInt32( message_, field );
+         return { digits, std::to_chars( digits, std::end( digits ), number ).ptr };
       }
       case FieldDescriptor::CPPTYPE_BOOL:
          return reflection().GetBool( message_, field ) ? "true" : "false";

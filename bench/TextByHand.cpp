@@ -245,8 +245,10 @@ bool ByHand::parse( std::string_view text, double & value )
 {
    const char * const end = text.data() + text.size();
    char shortest[ 32 ];
-   return std::from_chars( text.data(), end, value ).ptr == end &&
-         text == std::string_view( shortest, std::to_chars( shortest, std::end( shortest ), value ).ptr );
+   if ( std::from_chars( text.data(), end, value ).ptr != end ) {
+      return false;
+   }
+   return text == std::string_view( shortest, std::to_chars( shortest, std::end( shortest ), value ).ptr );
 }
 
 bool ByHand::parse( std::string_view text, PlainKind & value )
@@ -260,8 +262,8 @@ bool ByHand::parse( std::string_view text, PlainRate & value )
    Reader reader( text );
    return reader.take( "Bench::Rate[packets=" ) && reader.takeNumber( value.packets ) &&
          reader.take( ",bytes=" ) && reader.takeNumber( value.bytes ) && reader.take( ",kind=" ) &&
-         reader.takeKind( value.kind ) && reader.take( ",exact=" ) && reader.takeTruth( value.exact ) &&
-         reader.take( "]" ) && reader.done();
+         reader.takeKind( value.kind ) && reader.take( ",exact=" ) &&
+         reader.takeTruth( value.exact ) && reader.take( "]" ) && reader.done();
 }
 
 bool ByHand::parse( std::string_view text, PlainService & value )
@@ -269,8 +271,8 @@ bool ByHand::parse( std::string_view text, PlainService & value )
    Reader reader( text );
    return reader.take( "Bench::Service[id=" ) && reader.takeNumber( value.id ) &&
          reader.take( ",name=" ) && reader.takeText( value.name ) && reader.take( ",category=" ) &&
-         reader.takeText( value.category ) && reader.take( ",kind=" ) && reader.takeKind( value.kind ) &&
-         reader.take( "]" ) && reader.done();
+         reader.takeText( value.category ) && reader.take( ",kind=" ) &&
+         reader.takeKind( value.kind ) && reader.take( "]" ) && reader.done();
 }
 
 } // namespace Bench

@@ -1,4 +1,5 @@
-// The texts of the values in PlainValues.h, the same as those of BenchModel.vok: by hand, and by {fmt}.
+// The texts of the values in PlainValues.h, which are those of BenchModel.vok: by hand, and by
+// {fmt}.
 #pragma once
 
 #include "bench/PlainValues.h"
