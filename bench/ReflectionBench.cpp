@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -22,21 +23,31 @@ namespace {
 
 constexpr std::int64_t callsAtOnce = 100;
 
+/// The two types of objects, which are known only where they are made.
+enum class Type {
+   record,
+   counts // has sixteen numbers
+};
+
 struct VokNames {
    static constexpr const char * name = "Vok";
 
+   explicit VokNames( Type type )
+         : entity_( type == Type::record ? Corvo::Ptr< Vok::Entity >( recordFactory( "record" ) )
+                                         : countsFactory( "counts" ) )
+   {
+   }
    void set( std::string_view attribute, const std::string & text )
    {
-      entity_.typeData().attribute( attribute )->set( entity_, text );
+      entity_->typeData().attribute( attribute )->set( *entity_, text );
    }
    Corvo::String get( std::string_view attribute ) const
    {
-      return entity_.typeData().attribute( attribute )->get( entity_ );
+      return entity_->typeData().attribute( attribute )->get( *entity_ );
    }
 
  private:
-   Corvo::Ptr< Record > record_ = recordFactory( "record" );
-   Vok::Entity & entity_ = *record_;
+   Corvo::Ptr< Vok::Entity > entity_;
 };
 
 using google::protobuf::FieldDescriptor;
@@ -45,6 +56,14 @@ using google::protobuf::FieldDescriptor;
 struct MessageNames {
    static constexpr const char * name = "protobuf";
 
+   explicit MessageNames( Type type )
+   {
+      if ( type == Type::record ) {
+         message_ = std::make_unique< BenchMessages::Record >();
+      } else {
+         message_ = std::make_unique< BenchMessages::Counts >();
+      }
+   }
    void set( const std::string & attribute, const std::string & text )
    {
       const FieldDescriptor * const field = fieldOf( attribute );
@@ -55,17 +74,17 @@ struct MessageNames {
          if ( std::from_chars( text.data(), end, number ).ptr != end ) {
             throw std::invalid_argument( text );
          }
-         reflection().SetUInt32( &message_, field, number );
+         reflection().SetUInt32( message_.get(), field, number );
          break;
       }
       case FieldDescriptor::CPPTYPE_BOOL:
          if ( text != "true" && text != "false" ) {
             throw std::invalid_argument( text );
          }
-         reflection().SetBool( &message_, field, text == "true" );
+         reflection().SetBool( message_.get(), field, text == "true" );
          break;
       case FieldDescriptor::CPPTYPE_STRING:
-         reflection().SetString( &message_, field, text );
+         reflection().SetString( message_.get(), field, text );
          break;
       default:
          throw std::invalid_argument( attribute );
@@ -77,13 +96,13 @@ struct MessageNames {
       switch ( field->cpp_type() ) {
       case FieldDescriptor::CPPTYPE_UINT32: {
          char digits[ 10 ];
-         const std::uint32_t number = reflection().GetUInt32( message_, field );
+         const std::uint32_t number = reflection().GetUInt32( *message_, field );
          return { digits, std::to_chars( digits, std::end( digits ), number ).ptr };
       }
       case FieldDescriptor::CPPTYPE_BOOL:
-         return reflection().GetBool( message_, field ) ? "true" : "false";
+         return reflection().GetBool( *message_, field ) ? "true" : "false";
       case FieldDescriptor::CPPTYPE_STRING:
-         return reflection().GetString( message_, field );
+         return reflection().GetString( *message_, field );
       default:
          throw std::invalid_argument( attribute );
       }
@@ -92,16 +111,16 @@ struct MessageNames {
  protected:
    const FieldDescriptor * fieldOf( const std::string & attribute ) const
    {
-      return message_.GetDescriptor()->FindFieldByName( attribute );
+      return message_->GetDescriptor()->FindFieldByName( attribute );
    }
-   const google::protobuf::Reflection & reflection() const { return *message_.GetReflection(); }
+   const google::protobuf::Reflection & reflection() const { return *message_->GetReflection(); }
 
-   BenchMessages::Record record_;
-   google::protobuf::Message & message_ = record_;
+   std::unique_ptr< google::protobuf::Message > message_;
 };
 
 /// Through the text of one field, in the library's own form.
 struct MessageTexts : MessageNames {
+   using MessageNames::MessageNames;
    static constexpr const char * name = "protobuf-text";
 
    void set( const std::string & attribute, const std::string & text )
@@ -109,7 +128,7 @@ struct MessageTexts : MessageNames {
       const FieldDescriptor * const field = fieldOf( attribute );
       const bool quoted = field->cpp_type() == FieldDescriptor::CPPTYPE_STRING;
       if ( !google::protobuf::TextFormat::ParseFieldValueFromString(
-                 quoted ? '"' + text + '"' : text, field, &message_ ) ) {
+                 quoted ? '"' + text + '"' : text, field, message_.get() ) ) {
          throw std::invalid_argument( text );
       }
    }
@@ -117,12 +136,13 @@ struct MessageTexts : MessageNames {
    {
       std::string text;
       google::protobuf::TextFormat::PrintFieldValueToString(
-            message_, fieldOf( attribute ), -1, &text );
+            *message_, fieldOf( attribute ), -1, &text );
       return text.front() == '"' ? text.substr( 1, text.size() - 2 ) : text;
    }
 };
 
 struct Attribute {
+   Type type;
    const char * sort;
    std::string name;
    std::array< std::string, 2 > texts;
@@ -130,7 +150,7 @@ struct Attribute {
 
 template< class Subject > void set( benchmark::State & state, const Attribute & attribute )
 {
-   Subject subject;
+   Subject subject( attribute.type );
    for ( auto _ : state ) {
       for ( std::size_t i = 0; i != callsAtOnce; ++i ) {
          subject.set( attribute.name, attribute.texts[ i % 2 ] );
@@ -142,7 +162,7 @@ template< class Subject > void set( benchmark::State & state, const Attribute & 
 
 template< class Subject > void get( benchmark::State & state, const Attribute & attribute )
 {
-   Subject subject;
+   Subject subject( attribute.type );
    subject.set( attribute.name, attribute.texts[ 0 ] );
    for ( auto _ : state ) {
       for ( std::size_t i = 0; i != callsAtOnce; ++i ) {
@@ -157,9 +177,10 @@ template< class Subject > void get( benchmark::State & state, const Attribute & 
 template< class Subject > void add()
 {
    static const Attribute attributes[] = {
-      { "number", "count", { "12", "3456" } },
-      { "bool", "enabled", { "true", "false" } },
-      { "text", "title", { "Ethernet3/1", "Ethernet4/2" } },
+      { Type::record, "number", "count", { "12", "3456" } },
+      { Type::record, "bool", "enabled", { "true", "false" } },
+      { Type::record, "text", "title", { "Ethernet3/1", "Ethernet4/2" } },
+      { Type::counts, "of-16", "count16", { "12", "3456" } },
    };
    for ( const Attribute & attribute : attributes ) {
       const auto put = [ & ]( const char * what, auto run ) {

@@ -248,7 +248,8 @@ bool ByHand::parse( std::string_view text, double & value )
    if ( std::from_chars( text.data(), end, value ).ptr != end ) {
       return false;
    }
-   return text == std::string_view( shortest, std::to_chars( shortest, std::end( shortest ), value ).ptr );
+   const char * const behind = std::to_chars( shortest, std::end( shortest ), value ).ptr;
+   return text == std::string_view( shortest, behind );
 }
 
 bool ByHand::parse( std::string_view text, PlainKind & value )
