@@ -12,7 +12,7 @@ constexpr MapSize sizes[] = {
    { "1e1", 10 },
    { "1e3", 1000 },
    { "1e5", 100'000 },
-   { "1e6", 1'000'000 },
+   { "1e6", 1'000'000, true },
 };
 
 template< class Key > void addAll( const char * key )
