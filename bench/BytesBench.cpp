@@ -17,6 +17,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <unordered_set>
 #include <vector>
 
@@ -217,6 +218,8 @@ template< class Heard > void addChange()
          }
          const std::size_t held = heap.peak();
          require( subject.heardByLast() == 201, "changes heard" );
+         require( held == 0 || !std::is_same_v< Heard, VokHeard >,
+               "a heard change allocates nothing" );
          return static_cast< double >( held );
       } );
    }
