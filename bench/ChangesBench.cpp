@@ -96,7 +96,7 @@ Contender contenderOf( const Peer & peer, const Size & size, bool through )
               const auto changing =
                     std::make_shared< Changing >( peer.make, size.members, through );
               return Prepared{ [ changing ] { changing->once(); }, [ changing ] { changing->check(); },
-                 [ changing ] { return changing->most(); } };
+                 [ changing ] { return changing->most(); }, 1, {} };
            } };
 }
 

@@ -13,6 +13,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <deque>
 #include <regex>
 #include <string_view>
@@ -53,16 +54,31 @@ double each( std::size_t count, std::size_t operations )
    return static_cast< double >( count ) / static_cast< double >( operations );
 }
 
+// Nanoseconds of the processor's time that the work has taken so far, here and elsewhere.
+std::uint64_t processorTime( const Prepared & prepared )
+{
+   timespec own{};
+   clock_gettime( CLOCK_PROCESS_CPUTIME_ID, &own );
+   return static_cast< std::uint64_t >( own.tv_sec ) * 1'000'000'000 +
+         static_cast< std::uint64_t >( own.tv_nsec ) +
+         ( prepared.elsewhere ? prepared.elsewhere() : 0 );
+}
+
 void measure( benchmark::State & state, Ready & ready )
 {
    Prepared & prepared = *ready;
    const std::size_t before = allocations();
+   const std::uint64_t start = processorTime( prepared );
    for ( auto _ : state ) {
       prepared.once();
    }
+   const std::uint64_t took = processorTime( prepared ) - start;
    const auto operations = static_cast< std::size_t >( state.iterations() ) * prepared.operations;
    state.counters[ "allocations" ] = each( allocations() - before, operations );
    state.SetItemsProcessed( static_cast< std::int64_t >( operations ) );
+   if ( prepared.elsewhere ) {
+      state.counters[ "items_per_second" ] = 1e9 * each( operations, took );
+   }
    if ( prepared.bytes ) {
       state.counters[ "bytes" ] = static_cast< double >( prepared.bytes() );
    }

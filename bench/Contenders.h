@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ struct Prepared {
    std::function< void() > check; ///< ends the program where what was done is wrong
    std::function< std::size_t() > bytes; ///< what it writes or reads; none where it is empty
    std::size_t operations = 1; ///< of one `once`
+
+   /// Nanoseconds of the processor's time that another process has taken, which count as well.
+   std::function< std::uint64_t() > elsewhere;
 };
 
 /// One benchmark: `prepare` runs once in the process, when it is first measured.

@@ -50,7 +50,7 @@ void add( Contenders & contenders, const std::string & size, Tree ( *make )( std
                      require( codecs->data() == make( count ), "a tree is what it was" );
                   };
                   return Prepared{ out ? codecs->encode : codecs->decode, check, codecs->bytes,
-                     entitiesOf( tree ) };
+                     entitiesOf( tree ), {} };
                } } );
       }
    }
