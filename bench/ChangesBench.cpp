@@ -91,13 +91,13 @@ constexpr Size sizes[] = {
 
 Contender contenderOf( const Peer & peer, const Size & size, bool through )
 {
+   const auto prepare = [ &peer, &size, through ] {
+      const auto changing = std::make_shared< Changing >( peer.make, size.members, through );
+      return Prepared{ [ changing ] { changing->once(); }, [ changing ] { changing->check(); },
+         [ changing ] { return changing->most(); }, 1, {} };
+   };
    const char * const situation = through ? "change-through/" : "change-out/";
-   return { std::string( situation ) + size.name + '/' + peer.name, [ &peer, &size, through ] {
-              const auto changing =
-                    std::make_shared< Changing >( peer.make, size.members, through );
-              return Prepared{ [ changing ] { changing->once(); }, [ changing ] { changing->check(); },
-                 [ changing ] { return changing->most(); }, 1, {} };
-           } };
+   return { std::string( situation ) + size.name + '/' + peer.name, prepare };
 }
 
 } // namespace

@@ -1,12 +1,13 @@
-"""Definition files as one file of protobuf messages: a message for each value and entity, a field for
-each attribute, an enum for each enumeration. What only the framework has, bounds and methods among
-it, is left out."""
+"""Definition files as one file of protobuf messages: a message for each value and entity, a field
+for each attribute, an enum for each enumeration. What only the framework has, bounds and methods
+among it, is left out."""
 
 import re
 
 SCALARS = {"u8": "uint32", "u16": "uint32", "u32": "uint32", "u64": "uint64", "i32": "int32",
            "i64": "int64", "bool": "bool", "string": "bytes", "double": "double"}
-PASSED = re.compile(r"(const|method|static|function|mutating|constructor|flag|instantiate|extern)\b")
+PASSED = re.compile(r"(const|method|static|function|mutating|constructor|flag|instantiate|extern)"
+                    r"\b")
 HEAD = re.compile(r"\b(namespace|enum|value|entity|constants)\s+([\w:]+)")
 
 
@@ -90,7 +91,9 @@ class Proto:
         if self.found[full][0] == "enum":
             return "uint32"
         field, declared = next(self.attributes(full), ("", "string"))
-        return self.key(re.match(r"[\w:]+", declared)[0], self.found[full][1]) if field else "string"
+        if not field:
+            return "string"
+        return self.key(re.match(r"[\w:]+", declared)[0], self.found[full][1])
 
     def field(self, full, declared):
         scope = self.found[full][1]

@@ -123,7 +123,7 @@ class YangTable final : public ChangingTable {
    lyd_node * copyOfTable() const
    {
       lyd_node * copy = nullptr;
-      require( lyd_dup_single( table_, nullptr, LYD_DUP_RECURSIVE, &copy ) == LY_SUCCESS, "a copy" );
+      require( lyd_dup_single( table_, nullptr, LYD_DUP_RECURSIVE, &copy ) == LY_SUCCESS, "copy" );
       return copy;
    }
 

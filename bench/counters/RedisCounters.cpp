@@ -109,7 +109,8 @@ class RedisWriter final : public Writer {
 
    Scratch scratch_;
    Process server_{ program(),
-      { "--port", "0", "--unixsocket", scratch_.file( "socket" ), "--save", "", "--appendonly", "no",
+      { "--port", "0", "--unixsocket", scratch_.file( "socket" ), "--save", "",
+            "--appendonly", "no",
             "--dir", scratch_.file( "" ) },
       scratch_.file( "server.log" ), "redis-server" };
    std::unique_ptr< redisContext, Free > context_;

@@ -111,7 +111,8 @@ void fill( FlowTracking::Status & to, const Status & status )
 {
    for ( const auto & [ name, tracker ] : status.trackers ) {
       const auto made = to.ftStatusIs( name );
-      made->inactiveReasonIs( static_cast< FlowTracking::TrackerInactiveReason >( tracker.reason ) );
+      made->inactiveReasonIs(
+            static_cast< FlowTracking::TrackerInactiveReason >( tracker.reason ) );
       made->activeIs( tracker.active );
       for ( const auto & [ exporterName, exporter ] : tracker.exporters ) {
          const auto madeExporter = made->expStatusIs( exporterName );
@@ -185,7 +186,7 @@ template< class Tree > class VokCodec {
    Tree data()
    {
       const auto read = replica();
-      require( Vok::treeDigest( *read ) == Vok::treeDigest( *root_ ), "a replica is like its tree" );
+      require( Vok::treeDigest( *read ) == Vok::treeDigest( *root_ ), "a replica is alike" );
       return dataOf( *read );
    }
    std::size_t bytes() const { return out_.size(); }
