@@ -42,12 +42,20 @@ inline void publish( Entity & entity, AttrId id, Detail::AnyValue key, Detail::A
    entity.publisher().publishChangeRecursive( Corvo::Change( entity, id, key, oldValue ) );
 }
 
-/// Stores another value and tells of it; both are known to differ.
+/// Stores another value and tells of it; both are known to differ. With nobody to be told there is
+/// no need of the old value, unless to have it back when a copy throws.
 template< class V > void replace( Entity & entity, AttrId id, V & stored, const V & value )
 {
+   const bool heard = entity.publisher().hasNotifiee();
+   if constexpr ( std::is_nothrow_copy_assignable_v< V > ) {
+      if ( !heard ) [[likely]] {
+         stored = value;
+         return;
+      }
+   }
    V old( value );
    std::swap( stored, old );
-   if ( entity.publisher().hasNotifiee() ) [[unlikely]] {
+   if ( heard ) [[unlikely]] {
       publish( entity, id, {}, Detail::any( old ) );
    }
 }

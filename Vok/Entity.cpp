@@ -5,6 +5,7 @@
 #include "Vok/detail/CollectionOps.h"
 #include "Vok/detail/Slab.h"
 #include "Vok/detail/Storage.h"
+#include "Vok/detail/Threads.h"
 
 namespace Vok {
 
@@ -21,12 +22,14 @@ thread_local Dying dying;
 
 void countLive( const TypeData & type, bool made ) noexcept
 {
-   if ( Detail::LiveCount * const live = type.row().live ) {
-      if ( made ) {
-         live->fetch_add( 1, std::memory_order_relaxed );
-      } else {
-         live->fetch_sub( 1, std::memory_order_relaxed );
-      }
+   Detail::LiveCount * const live = type.row().live;
+   if ( live && Detail::singleThreaded() ) {
+      const auto count = live->load( std::memory_order_relaxed );
+      live->store( made ? count + 1 : count - 1, std::memory_order_relaxed );
+   } else if ( live && made ) {
+      live->fetch_add( 1, std::memory_order_relaxed );
+   } else if ( live ) {
+      live->fetch_sub( 1, std::memory_order_relaxed );
    }
 }
 
@@ -67,21 +70,22 @@ void Detail::EntityAccess::counted( const Entity & made ) noexcept
 void Detail::EntityAccess::destroy( const Entity * entity ) noexcept
 {
    Entity * const last = const_cast< Entity * >( entity );
-   last->parent_ = dying.first;
-   dying.first = last;
-   if ( dying.running ) {
+   Dying & mine = dying; // each use of a variable of the thread is a call
+   last->parent_ = mine.first;
+   mine.first = last;
+   if ( mine.running ) {
       return;
    }
-   dying.running = true;
-   while ( Entity * const next = dying.first ) {
-      dying.first = next->parent_;
+   mine.running = true;
+   while ( Entity * const next = mine.first ) {
+      mine.first = next->parent_;
       next->parent_ = nullptr;
       const TypeData & type = next->typeData();
       countLive( type, false );
       orphanChildren( *next, type );
       delete next;
    }
-   dying.running = false;
+   mine.running = false;
 }
 
 } // namespace Vok
