@@ -5,6 +5,7 @@
 #include "Vok/detail/Slab.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 namespace Vok::Detail {
@@ -58,17 +59,16 @@ void SlotPage::reserve( std::size_t places )
 // The number of a place: an equal one's, or that of one that no slot has any more, or a new one.
 std::size_t SlotPage::numberOf( const SlotPlace & place ) noexcept
 {
-   std::size_t number = 1;
-   for ( ; number <= used_; ++number ) {
+   for ( std::size_t number = used_; number != 0; --number ) { // siblings follow each other
       if ( placeNumber( number ) == place ) {
          return number;
       }
    }
-   for ( number = 1; number <= used_; ++number ) {
-      if ( std::find( placeOf_, placeOf_ + slots, number ) == placeOf_ + slots ) {
-         break;
-      }
+   std::uint64_t taken = 1; // a bit for each number; 0 is none of a place
+   for ( const std::uint8_t number : placeOf_ ) {
+      taken |= std::uint64_t{ 1 } << number;
    }
+   const auto number = static_cast< std::size_t >( std::countr_one( taken ) );
    used_ = static_cast< std::uint8_t >( std::max< std::size_t >( used_, number ) );
    ( number == 1 ? first_ : others_[ number - 2 ] ) = place;
    return number;

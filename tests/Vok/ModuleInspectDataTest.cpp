@@ -1,6 +1,7 @@
 // The registry of modules and what each tells of its types.
 #include "Vok/ModuleInspectData.h"
 #include "tests/model/Everything.h"
+#include "tests/support/HeapMeter.h"
 
 #include <gtest/gtest.h>
 
@@ -114,6 +115,21 @@ TEST( ModuleInspectDataTest, whatAModuleUsesIsRegisteredBeforeIt )
    ASSERT_EQ( names.size(), before + 2 );
    EXPECT_EQ( names[ before ], "Used" );
    EXPECT_EQ( names[ before + 1 ], "User" );
+}
+
+/// Types are put into an index when one is asked for, which takes memory.
+TEST( ModuleInspectDataTest, aTypeIsFoundWithoutMemory )
+{
+   static const Vok::TypeData * const types[] = { &::Test::Root::vokType() };
+   static const ModuleInspectData late( { .name = "Late", .types = types } );
+   ModuleInspectData::loaded( late );
+   {
+      const TestSupport::HeapFault fault( 1, TestSupport::HeapFault::Lasts::forGood );
+      EXPECT_EQ( ModuleInspectData::findType( "Test::Root" ), &::Test::Root::vokType() );
+      EXPECT_EQ( ModuleInspectData::findType( "Test::Rooty" ), nullptr );
+      EXPECT_TRUE( fault.struck() );
+   }
+   EXPECT_EQ( ModuleInspectData::findType( "Test::Root" ), &::Test::Root::vokType() );
 }
 
 } // namespace
