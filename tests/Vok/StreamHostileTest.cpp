@@ -3,8 +3,6 @@
 #include "tests/support/HeapMeter.h"
 #include "tests/support/Recorder.h"
 
-#include "Vok/detail/Hash.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,21 +17,8 @@ using TestSupport::Random;
 using TestSupport::RandomTree;
 using TestSupport::Recorder;
 using TestSupport::Replica;
+using TestSupport::signedAgain;
 using TestSupport::Source;
-
-/// Gives a changed batch the length and the checksum that its bytes call for.
-Bytes signedAgain( Bytes batch )
-{
-   const auto put = [ &batch ]( std::size_t at, std::uint64_t v, unsigned size ) {
-      for ( unsigned i = 0; i != size; ++i ) {
-         batch[ at + i ] = static_cast< std::byte >( v >> 8 * ( size - 1 - i ) );
-      }
-   };
-   put( 4, batch.size(), 4 );
-   const std::size_t covered = batch.size() - 8;
-   put( covered, Vok::Detail::checksum64( batch.data(), covered ), 8 );
-   return batch;
-}
 
 /// A whole tree and a delta after it, of random changes.
 struct Recorded {

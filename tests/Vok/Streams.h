@@ -5,10 +5,12 @@
 #include "tests/model/RandomTree.h"
 
 #include "Vok/Vok.h"
+#include "Vok/detail/Hash.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,6 +23,20 @@ using Bytes = std::vector< std::byte >;
 inline Bytes bytesOf( const Vok::NboAttrLog::Out & out )
 {
    return { out.bytes().begin(), out.bytes().end() };
+}
+
+/// Gives a changed batch the length and the checksum that its bytes call for.
+inline Bytes signedAgain( Bytes batch )
+{
+   const auto put = [ &batch ]( std::size_t at, std::uint64_t v, unsigned size ) {
+      for ( unsigned i = 0; i != size; ++i ) {
+         batch[ at + i ] = static_cast< std::byte >( v >> 8 * ( size - 1 - i ) );
+      }
+   };
+   put( 4, batch.size(), 4 );
+   const std::size_t covered = batch.size() - 8;
+   put( covered, Vok::Detail::checksum64( batch.data(), covered ), 8 );
+   return batch;
 }
 
 /// A tree and its writer.
