@@ -159,28 +159,47 @@ TEST_P( StreamHostileTest, removedAndDoubledBytesAreAppliedWholeOrRefusedWhole )
 }
 
 // What is wrong stands behind all that is right, and members of values are many and small.
+::Test::Recipe longRecipe()
+{
+   ::Test::Recipe recipe( ::Test::Narrow( 300 ) );
+   for ( std::uint32_t i = 0; i != 20000; ++i ) {
+      recipe.stepIs( i, ::Test::Pair() );
+   }
+   return recipe;
+}
+
+/// Where there is much of it, in each place that it can stand in.
 TEST( StreamRefusalTest, aBatchIsHeldTwiceAtMost )
 {
-   constexpr std::uint32_t members = 20000;
-   Source source;
-   ::Test::Recipe recipe( ::Test::Narrow( 300 ) );
-   for ( std::uint32_t i = 0; i != members; ++i ) {
-      recipe.stepIs( i, ::Test::Pair() );
-      source.root->marksIs( i );
-      source.root->namesIs( i, "" );
-   }
-   source.root->recipesIs( recipe );
-   source.root->recipeIs( recipe );
-   source.root->titleIs( std::string( 100000, 'x' ) );
-   Bytes batch = source.batch();
-   batch.insert( batch.end() - 8, std::byte{ 0x7f } );
-   batch = signedAgain( std::move( batch ) );
+   using Fill = void ( * )( ::Test::Root & );
+   constexpr Fill fills[] = {
+      []( ::Test::Root & root ) { root.recipeIs( longRecipe() ); },
+      []( ::Test::Root & root ) { root.recipesIs( longRecipe() ); },
+      []( ::Test::Root & root ) { root.titleIs( std::string( 100000, 'x' ) ); },
+      []( ::Test::Root & root ) {
+         for ( std::uint32_t i = 0; i != 20000; ++i ) {
+            root.marksIs( i );
+         }
+      },
+      []( ::Test::Root & root ) {
+         for ( std::uint32_t i = 0; i != 20000; ++i ) {
+            root.namesIs( i, "" );
+         }
+      },
+   };
+   for ( const Fill & fill : fills ) {
+      Source source;
+      fill( *source.root );
+      Bytes batch = source.batch();
+      batch.insert( batch.end() - 8, std::byte{ 0x7f } );
+      batch = signedAgain( std::move( batch ) );
 
-   Replica replica;
-   Vok::NboAttrLog::In in( batch );
-   const TestSupport::HeapMeter heap;
-   EXPECT_THROW( replica.reader.read( in ), Vok::NboAttrLog::Exception );
-   EXPECT_LE( heap.peak(), 2 * batch.size() + ( 64 << 10 ) );
+      Replica replica;
+      Vok::NboAttrLog::In in( batch );
+      const TestSupport::HeapMeter heap;
+      EXPECT_THROW( replica.reader.read( in ), Vok::NboAttrLog::Exception );
+      EXPECT_LE( heap.peak(), 2 * batch.size() + ( 64 << 10 ) ) << &fill - fills;
+   }
 }
 
 INSTANTIATE_TEST_SUITE_P( Seeds, StreamHostileTest, testing::Range< std::uint64_t >( 1, 5 ) );
