@@ -117,4 +117,13 @@ TEST( NumberIndexTest, numbersThatAreFarApartTakeNoMoreRoomThanOthers )
    EXPECT_EQ( index.find( ( std::uint64_t{ 1 } << 40 ) + 1 ), 0U );
 }
 
+TEST( NumberIndexTest, twoNumbersTakeNoMoreRoomTheFurtherTheyAreApart )
+{
+   for ( const unsigned bits : { 4U, 12U, 20U, 28U, 40U, 63U } ) {
+      const TestSupport::HeapMeter meter;
+      const NumberIndex index( introducedBy( { 1, std::uint64_t{ 1 } << bits } ) );
+      EXPECT_LE( meter.peak(), 512U ) << bits;
+   }
+}
+
 } // namespace
