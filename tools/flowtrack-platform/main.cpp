@@ -31,6 +31,7 @@ struct Options {
    std::string capabilities;
    std::vector< std::string > interfaces;
    std::string pcap;
+   unsigned buffer = 8; ///< MiB
    bool takeOver = false;
 };
 
@@ -81,7 +82,7 @@ class Program {
    explicit Program( const Options & options )
          : program_( "flowtrack-platform", options.store ),
            pcap_( divided( options.pcap ) ),
-           captures_( devicesOf( options.interfaces ) ),
+           captures_( devicesOf( options.interfaces ), options.buffer << 20 ),
            tracking_(
                  [ this ]( const DestinationPlan & to ) { return sender( to ); },
                  [ this ]( const std::string & intf ) { return captures_.indexOf( intf ); } ),
@@ -239,6 +240,10 @@ int main( int argc, char ** argv )
          } );
    app.add_option( "--pcap", options.pcap,
          "[INTERFACE=]FILE: in place of devices, packets that arrive; it ends with the file" );
+   app.add_option( "--buffer", options.buffer,
+            "MiB of the kernel for the packets of a port that are not looked at yet" )
+         ->capture_default_str()
+         ->check( CLI::Range( 1, 1024 ) );
    app.add_flag(
          "--take-over", options.takeOver, "takes its mounts from a platform that has them" );
    try {

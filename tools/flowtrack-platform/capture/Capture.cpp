@@ -3,14 +3,14 @@
 
 #include <array>
 #include <cstdio>
+#include <linux/if_packet.h>
 #include <pcap/pcap.h>
+#include <sys/socket.h>
 #include <utility>
 
 namespace FlowtrackPlatform {
 
 namespace {
-
-constexpr int bufferBytes = 8 << 20; ///< of the kernel, for bursts
 
 struct Taking {
    const std::function< void( const Frame & ) > & to;
@@ -26,10 +26,24 @@ void taken( u_char * user, const pcap_pkthdr * header, const u_char * bytes )
          seconds * 1000 + micros / 1000 } );
 }
 
+/// libpcap leaves out what goes the other way only when it reads the kernel's buffer. Where the
+/// kernel can (Linux since 4.20), packets that go out take no room in there, and count as neither
+/// captured nor dropped: the loopback device has each packet in both directions.
+void leaveOutgoing( pcap_t * handle )
+{
+#ifdef PACKET_IGNORE_OUTGOING
+   const int yes = 1;
+   ::setsockopt(
+         ::pcap_fileno( handle ), SOL_PACKET, PACKET_IGNORE_OUTGOING, &yes, sizeof yes );
+#else
+   static_cast< void >( handle );
+#endif
+}
+
 } // namespace
 
 std::unique_ptr< Capture > Capture::live(
-      const std::string & device, Direction direction, unsigned bytes )
+      const std::string & device, Direction direction, const CaptureSizes & sizes )
 {
    std::array< char, PCAP_ERRBUF_SIZE > error{};
    pcap_t * const handle = ::pcap_create( device.c_str(), error.data() );
@@ -37,8 +51,8 @@ std::unique_ptr< Capture > Capture::live(
       throw CaptureException( error.data() );
    }
    std::unique_ptr< Capture > made( new Capture( handle ) );
-   ::pcap_set_snaplen( handle, static_cast< int >( bytes ) );
-   ::pcap_set_buffer_size( handle, bufferBytes );
+   ::pcap_set_snaplen( handle, static_cast< int >( sizes.packet ) );
+   ::pcap_set_buffer_size( handle, static_cast< int >( sizes.buffer ) );
    ::pcap_set_timeout( handle, 100 );
    if ( const int failed = ::pcap_activate( handle ); failed < 0 ) {
       const std::string more = ::pcap_geterr( handle );
@@ -48,7 +62,11 @@ std::unique_ptr< Capture > Capture::live(
    if ( ::pcap_setnonblock( handle, 1, error.data() ) != 0 ||
          ::pcap_setdirection(
                handle, direction == Direction::ingress ? PCAP_D_IN : PCAP_D_OUT ) != 0 ) {
-      throw CaptureException( "packets of " + device + " cannot be captured by direction" );
+      throw CaptureException( "packets of " + device +
+            " cannot be captured by direction: " + ::pcap_geterr( handle ) );
+   }
+   if ( direction == Direction::ingress ) {
+      leaveOutgoing( handle );
    }
    made->descriptor_ = ::pcap_get_selectable_fd( handle );
    return made;

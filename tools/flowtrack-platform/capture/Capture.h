@@ -29,12 +29,20 @@ struct Frame {
    Time time;
 };
 
+/// In bytes.
+struct CaptureSizes {
+   unsigned packet; ///< what is captured of one, from its beginning
+   unsigned buffer; ///< of the kernel, for packets that are not taken yet; below 2^31
+
+   bool operator==( const CaptureSizes & ) const = default;
+};
+
 class Capture {
  public:
-   /// Of a device of this machine: its packets of one direction, from now on, so many bytes of
-   /// each. Throws CaptureException.
+   /// Of a device of this machine: its packets of one direction, from now on. Throws
+   /// CaptureException.
    static std::unique_ptr< Capture > live(
-         const std::string & device, Direction direction, unsigned bytes );
+         const std::string & device, Direction direction, const CaptureSizes & sizes );
 
    /// Of a file, from its beginning. Throws CaptureException.
    static std::unique_ptr< Capture > file( const std::string & path );

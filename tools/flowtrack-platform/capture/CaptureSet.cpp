@@ -45,11 +45,11 @@ void CaptureSet::wantedAre( const std::vector< Port > & ports, unsigned bytes, T
       open.push_back( port );
    }
    for ( const Port & port : open ) {
-      if ( bytes != bytes_ || !wanted.contains( port ) ) {
+      if ( bytes != sizes_.packet || !wanted.contains( port ) ) {
          close( port );
       }
    }
-   bytes_ = bytes;
+   sizes_.packet = bytes;
    std::set< std::string > names;
    for ( const Port & port : wanted ) {
       names.insert( port.intf );
@@ -57,7 +57,7 @@ void CaptureSet::wantedAre( const std::vector< Port > & ports, unsigned bytes, T
          continue;
       }
       try {
-         captures_[ port ] = Capture::live( deviceOf( port.intf ), port.direction, bytes );
+         captures_[ port ] = Capture::live( deviceOf( port.intf ), port.direction, sizes_ );
          troubles_.erase( port.intf );
       } catch ( const CaptureException & e ) {
          captures_.erase( port );

@@ -14,9 +14,11 @@ namespace FlowtrackPlatform {
 /// ten seconds.
 class CaptureSet {
  public:
-   /// `devices` are names of devices by those of interfaces, where they differ.
-   explicit CaptureSet( std::map< std::string, std::string > devices )
-         : devices_( std::move( devices ) )
+   /// `devices` are names of devices by those of interfaces, where they differ; `bufferBytes` are
+   /// of the kernel, for each capture.
+   CaptureSet( std::map< std::string, std::string > devices, unsigned bufferBytes )
+         : devices_( std::move( devices ) ),
+           sizes_{ 0, bufferBytes }
    {
    }
 
@@ -46,7 +48,7 @@ class CaptureSet {
    std::map< std::string, std::string > troubles_;
    std::map< std::string, Time > again_; ///< when it is tried again
    std::map< std::string, std::uint32_t > indexes_;
-   unsigned bytes_ = 0;
+   CaptureSizes sizes_;
    CaptureCounters gone_; ///< of captures that are closed
    CaptureCounters cleared_; ///< what was counted by then
 };
