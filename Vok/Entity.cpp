@@ -23,13 +23,10 @@ thread_local Dying dying;
 void countLive( const TypeData & type, bool made ) noexcept
 {
    Detail::LiveCount * const live = type.row().live;
-   if ( live && Detail::singleThreaded() ) {
-      const auto count = live->load( std::memory_order_relaxed );
-      live->store( made ? count + 1 : count - 1, std::memory_order_relaxed );
-   } else if ( live && made ) {
-      live->fetch_add( 1, std::memory_order_relaxed );
+   if ( live && made ) {
+      Detail::incrementCount( *live );
    } else if ( live ) {
-      live->fetch_sub( 1, std::memory_order_relaxed );
+      Detail::decrementCount( *live );
    }
 }
 

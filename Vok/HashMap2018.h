@@ -4,62 +4,49 @@
 // The memory
 //
 //    the map:    one pointer, null while nothing was ever inserted
-//    the block:  header | mark mark mark ... | 0 0 0 0 0 0 0 0 | node node node ...
+//    the block:  header | group group group ... | node node node ...
+//    a group:    mark mark ... mark | 0 0 1 0 0 0 0 0
 //
-//    home      first              second             third              tail
-//    slot      0    1    2    3 | 4    5    6    7 | 8    9   10   11 | 12   13
-//    node      A    B           | C    D    E    F | G    H
-//    home of   1st  1st         | 2nd  2nd  2nd  2nd 2nd  3rd
-//    mark      1.a  2.b  0    0 | 1.c  2.d  3.e  4.f 5.g  2.h  0    0 | 0    0
-//
-// A slot is one node's place, and four slots are a home. The high bits of a key's hash choose its
-// home (home = hash * homes / 2^64; their number need not be a power of two). A node stands in its
-// home or, where that is full, behind it; the slots do not wrap around, the last nodes spill into a
-// short tail. A slot's mark is 16 bits: how far the node is from the first slot of its home, plus
-// one, and eight further bits of its hash; 0 where the slot is empty. From 254 on the distance is
-// not told any more, and is computed from the hash when it matters.
+// A slot is one node's place, and thirteen slots are a group. The low bits of a key's hash choose its
+// home, one of the 2^n groups. A node stands in its home or, where that was full when it came, in a
+// later group: one on from there, two on from that, and so forth, around the end, which comes to
+// every group once. A slot's mark is eight further bits of its node's hash, or 0 where it is empty.
+// Behind a group's marks stand eight counts of three bits: how many nodes went past the group,
+// because it was full, to where they stand now, for each value of three bits of their hash.
 //
 // Invariants
 //
-//    I1  Nodes stand in the order of their homes (those of one home in any order).
-//    I2  No slot from the first of a node's home up to the node is empty.
-//    I3  A slot's mark is that of its node; the eight marks behind the last slot are 0.
-//    I4  size <= room <= slots. Only the smallest blocks (up to 16 slots), which have a single
-//        home, may be full.
-//    I5  The seed stays from the first block to the last: growing keeps the order of I1. No two
-//        maps have the same seed.
+//    I1  A node stands in a group that its hash leads to.
+//    I2  In every group before that one, the count for its hash is at least that of such nodes, or
+//        7, where counting ends.
+//    I3  A slot's mark is that of its node, or 0.
+//    I4  size <= room. Only the smallest blocks, which have a single group, may be full.
+//    I5  The seed stays from the first block to the last. No two maps have the same seed.
 //
 // The operations
 //
-// Lookup: eight marks from the home on are compared at once with the eight that the key's node
-// would have there (1.x 2.x 3.x ...). A match is the key but for one case in 256. The search ends
-// where a mark's distance is less than its own: there a node stands, or none, whose home is after
-// the key's, so by I1 the key cannot follow.
+// Lookup: the thirteen marks of the home are compared at once with that of the key. A match is the
+// key but for one case in 255. The search goes on to the next group only where the count for the
+// key's hash is not 0, which is rare even where groups are full.
 //
-// Insertion: a node goes where its lookup ended. Mostly that slot is empty; else the nodes from
-// there to the next empty slot move up by one. A full block gives way to one of twice the room;
-// since the order of homes does not change, it is written from front to back.
+// Insertion: a node goes into the first empty slot on its way, and is counted by the groups that it
+// goes past. No other node moves. A full block gives way to one of twice the room.
 //
-// Deletion: the last node of the same home takes the slot. Where nodes of later homes stand
-// directly behind, all up to the next empty slot, or to one that stands at the beginning of its
-// home, move down by one instead. Nothing is left in the hole, so a map does not age.
+// Deletion: the slot becomes empty, and the groups that the node went past count one less. No other
+// node moves, and nothing is left behind, so a map does not age. (A count that has reached 7 stays,
+// until the map grows. With a fair hash that is once in a blue moon.)
 //
-// Overflow: where the tail is full though the map is not, the number of homes is halved in place,
-// which makes the tail longer; the order of homes stays. With a fair hash the chance of that is
-// about 0.58^t for a tail of t slots and a full block, 10^-30 for big ones. Where all keys have
-// the same hash, it ends with a single home, and the map is a list.
+// Where all keys have the same hash, the map is a list that is searched thirteen nodes at a time.
 //
-// Why the cost holds: up to a load of 3/4 a search mostly ends within the first eight marks, and
-// a hit, a miss, an insertion or a deletion touches one line of marks and one or two of nodes. The
-// order by homes bounds the spread: no node is far from home because it came late. Whoever does
-// not know the seed cannot choose keys that crowd together, and since no two maps share a seed,
-// filling one in another's order of iteration does not crowd it either.
+// Why the cost holds: up to a load of 7/8 nearly every node stands in its home, and a hit, a miss,
+// an insertion or a deletion touches one line of marks, and one of nodes or none. Whoever does not
+// know the seed cannot choose keys that crowd together, and since no two maps share a seed, filling
+// one in another's order of iteration does not crowd it either.
 //
 // Iteration: a cursor is known to the block and holds the bound between the slots that it has seen
-// and those that it has not. A shift across the bound moves the bound along, so that nodes never
-// change sides; a node inserted below counts as seen. When the map grows, the nodes of one old home
-// get new homes in an order that no bound can follow; then each cursor copies the keys that it has
-// still to see, and goes on by looking them up. Without cursors all this is one test for null.
+// and those that it has not; a node inserted below counts as seen. When the map grows, all nodes get
+// new places, which no bound can follow; then each cursor copies the keys that it has still to see,
+// and goes on by looking them up. Without cursors all this is one test for null.
 #pragma once
 
 #include "Vok/MapNodes.h"

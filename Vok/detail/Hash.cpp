@@ -25,10 +25,10 @@ HashSeed drawnSeed()
 }
 
 struct Process {
-   std::mutex lock;
-   bool drawn = false;
+   std::mutex lock; // of the seed, until it is drawn
+   std::atomic< bool > drawn = false;
    HashSeed seed;
-   std::uint64_t tables = 0;
+   std::atomic< std::uint64_t > tables = 0;
 };
 
 // Tables may be made and filled by static initialisers and destructors of any object file.
@@ -38,14 +38,16 @@ constinit Process process;
 
 HashSeed tableSeed( std::uint32_t constant ) noexcept
 {
-   const std::lock_guard guard( process.lock );
-   if ( !process.drawn ) {
-      process.seed = drawnSeed();
-      process.drawn = true;
+   if ( !process.drawn.load( std::memory_order_acquire ) ) {
+      const std::lock_guard guard( process.lock );
+      if ( !process.drawn.load( std::memory_order_relaxed ) ) {
+         process.seed = drawnSeed();
+         process.drawn.store( true, std::memory_order_release );
+      }
    }
-   ++process.tables;
-   return { process.seed.a ^ multiplyFold( process.tables, hashWords[ 4 ] ) ^ constant,
-      process.seed.b ^ process.tables * hashWords[ 5 ] };
+   const std::uint64_t table = process.tables.fetch_add( 1, std::memory_order_relaxed ) + 1;
+   return { process.seed.a ^ multiplyFold( table, hashWords[ 4 ] ) ^ constant,
+      ( process.seed.b ^ table * hashWords[ 5 ] ) | 1 };
 }
 
 void pinHashSeed( HashSeed seed ) noexcept

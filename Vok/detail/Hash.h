@@ -15,6 +15,7 @@
 namespace Vok::Detail {
 
 // What a hash depends on besides its key. Whoever does not know it cannot choose keys that collide.
+// The second word is not 0.
 struct HashSeed {
    std::uint64_t a = 0;
    std::uint64_t b = 0;
@@ -28,7 +29,7 @@ struct HashSeed {
 VOK_EXPORT HashSeed tableSeed( std::uint32_t constant ) noexcept;
 
 // For tests: from now on tables get seeds that follow from `seed` alone. Tables that exist already
-// keep theirs.
+// keep theirs; no other thread makes one meanwhile.
 VOK_EXPORT void pinHashSeed( HashSeed seed ) noexcept;
 
 // Fixed odd words with about half of their bits set, without structure.
@@ -72,11 +73,10 @@ constexpr std::uint64_t multiplyFold( std::uint64_t x, std::uint64_t y ) noexcep
    return product.low ^ product.high;
 }
 
-// A hash of one word.
+// A hash of one word. A single product would do for most seeds, but keys in a row crowd under some.
 constexpr std::uint64_t hashWord( std::uint64_t word, HashSeed seed ) noexcept
 {
-   const std::uint64_t folded = multiplyFold( word ^ seed.a, seed.b ^ hashWords[ 0 ] );
-   return multiplyFold( folded ^ seed.a, hashWords[ 1 ] );
+   return multiplyFold( multiplyFold( word ^ seed.a, seed.b ), hashWords[ 1 ] );
 }
 
 // A hash of more than 16 bytes.

@@ -1,20 +1,21 @@
 // The engine of HashMap2018 and HSet, and its lookup. HashMap2018.h draws the picture and states
-// the invariants; the code only has to match it. Insertion and removal stand in HashTableChange.h,
-// growth in HashTableGrowth.h, iteration in HashTableCursor.h.
+// the invariants; the code only has to match it. Insertion, removal and growth stand in
+// HashTableChange.h, iteration in HashTableCursor.h.
 #pragma once
 
-#include "Vok/detail/Lanes.h"
+#include "Vok/detail/Marks.h"
 #include "Vok/detail/Relocate.h"
 #include "Vok/detail/TableBlock.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <optional>
 #include <type_traits>
 #include <utility>
 
-// Where a program defines VOK_COUNT_STEPS, every look at eight marks, every comparison of keys and
+// Where a program defines VOK_COUNT_STEPS, every look at a group of slots, every comparison of keys and
 // every node that is moved counts one step.
 #ifdef VOK_COUNT_STEPS
 namespace Vok::Detail {
@@ -27,8 +28,8 @@ inline std::uint64_t tableSteps = 0;
 
 namespace Vok::Detail {
 
-// Node is as MapNodes.h describes it; Lanes is SseLanes or PortableLanes.
-template< class Node, class Lanes = DefaultLanes > class HashTable {
+// Node is as MapNodes.h describes it; Marks is SseMarks or PortableMarks.
+template< class Node, class Marks = DefaultMarks > class HashTable {
  public:
    using Key = typename Node::Key;
    using Query = KeyQuery< Key >;
@@ -64,26 +65,49 @@ template< class Node, class Lanes = DefaultLanes > class HashTable {
       if ( table_ == nullptr ) {
          return nullptr;
       }
-      const Place place = lookUp( query, hashOf( query ) );
-      return place.found ? nodes() + place.slot : nullptr;
+      const std::uint64_t hash = hashOf( query );
+      const std::size_t home = homeOf( *table_, hash );
+      for ( auto hits = marksAt( *table_, home ).like( hash ); hits.any(); hits.dropFirst() ) {
+         VOK_STEPS( 1 );
+         Node * const node = nodeAt( *table_, home, hits.first() );
+         if ( node->fwkKey() == query ) [[likely]] {
+            return node;
+         }
+      }
+      if ( passed( home, hash ) ) [[unlikely]] {
+         return searchOn( query, hash ).node;
+      }
+      return nullptr;
    }
 
    template< class Make > std::pair< Node *, bool > findOrInsert( Query query, Make && make )
    {
       if ( table_ == nullptr ) {
-         return { insertMade( 0, 0, make ), true };
+         return { insertGrowing( make ), true };
       }
       const std::uint64_t hash = hashOf( query );
-      const Place place = lookUp( query, hash );
-      if ( place.found ) {
-         return { nodes() + place.slot, false };
+      const std::size_t home = homeOf( *table_, hash );
+      fetch( home );
+      const std::size_t slot = slotOf( *table_, home, query, hash );
+      if ( slot != none ) {
+         return { nodeAt( *table_, home, slot ), false };
+      }
+      if ( passed( home, hash ) ) [[unlikely]] {
+         if ( Node * const node = searchOn( query, hash ).node ) {
+            return { node, false };
+         }
       }
       // From here on the query may be gone: it may lie in what `make` moves into the node.
-      if ( !isFree( place.slot ) || table_->size == table_->room ) {
-         return { insertMade( place.slot, hash, make ), true };
+      if ( table_->size == table_->room ) [[unlikely]] {
+         return { insertGrowing( make ), true };
       }
-      Node * const node = ::new ( static_cast< void * >( nodes() + place.slot ) ) Node( make() );
-      occupy( place.slot, place.distance, hash );
+      const auto empty = marksAt( *table_, home ).empty();
+      if ( !empty.any() ) [[unlikely]] {
+         return { insertBehind( hash, make ), true };
+      }
+      Node * const node = nodeAt( *table_, home, empty.first() );
+      ::new ( static_cast< void * >( node ) ) Node( make() );
+      occupy( home, empty.first(), hash );
       return { node, true };
    }
 
@@ -93,10 +117,19 @@ template< class Node, class Lanes = DefaultLanes > class HashTable {
       if ( table_ == nullptr ) {
          return taken;
       }
-      const Place place = lookUp( query, hashOf( query ) );
-      if ( place.found ) {
-         taken.emplace( std::move( nodes()[ place.slot ] ) );
-         removeAt( place );
+      const std::uint64_t hash = hashOf( query );
+      const std::size_t home = homeOf( *table_, hash );
+      fetch( home );
+      if ( const std::size_t slot = slotOf( *table_, home, query, hash ); slot != none ) {
+         Node * const node = nodeAt( *table_, home, slot );
+         taken.emplace( std::move( *node ) );
+         remove( node, home, slot );
+      } else if ( passed( home, hash ) ) [[unlikely]] {
+         if ( const Place place = searchOn( query, hash ); place.node != nullptr ) {
+            taken.emplace( std::move( *place.node ) );
+            remove( place.node, place.group(), place.slot() );
+            wentPast( hash, place.group() );
+         }
       }
       return taken;
    }
@@ -122,22 +155,22 @@ template< class Node, class Lanes = DefaultLanes > class HashTable {
    }
 
  private:
-   class Mover;
    friend struct TableInspector; // the tests' eye on the invariants
 
-   // Where a key stands, or where its node has to go.
+   // Where a node stands, or where it has to go; `node` is null where there is none. Two words, which
+   // are returned in registers.
    struct Place {
-      std::size_t slot;
-      std::size_t distance;
-      bool found;
+      Node * node;
+      std::size_t number; // of the slot
+
+      std::size_t group() const noexcept { return number / slotsCounted; }
+      std::size_t slot() const noexcept { return number % slotsCounted; }
    };
 
-   static Node * nodesOf( TableHeader * table ) noexcept
+   static TableHeader * makeTable( const TableShape & shape, HashSeed seed )
    {
-      return static_cast< Node * >( table->nodes );
+      return newTable( shape, seed, sizeof( Node ), alignof( Node ) );
    }
-   Node * nodes() const noexcept { return nodesOf( table_ ); }
-   SlotMark * marks() const noexcept { return table_->marks(); }
 
    static std::uint64_t hashOf( Query query, HashSeed seed ) noexcept
    {
@@ -145,156 +178,125 @@ template< class Node, class Lanes = DefaultLanes > class HashTable {
    }
    std::uint64_t hashOf( Query query ) const noexcept { return hashOf( query, table_->seed ); }
 
-   // The first slot of the home of a hash: its high bits choose, in the same order whatever the
-   // number of homes.
-   std::size_t homeOf( std::uint64_t hash ) const noexcept
+   static Marks marksAt( const TableHeader & table, std::size_t group ) noexcept
    {
-      return static_cast< std::size_t >( multiply( hash, table_->homes ).high ) * homeWidth;
+      VOK_STEPS( 1 );
+      return Marks( table.groups()[ group ] );
+   }
+   static Node * nodeAt( const TableHeader & table, std::size_t group, std::size_t slot ) noexcept
+   {
+      return static_cast< Node * >( table.nodes ) + group * MarkGroup::slots + slot;
    }
 
-   // How far the node of an occupied slot is from its home. Only a far one costs a hash.
-   std::size_t distanceAt( std::size_t slot ) const noexcept
+   static std::size_t homeOf( const TableHeader & table, std::uint64_t hash ) noexcept
    {
-      const SlotMark mark = marks()[ slot ];
-      return mark < farMark ? ( std::size_t{ mark } >> 8 ) - 1
-                            : slot - homeOf( hashOf( nodes()[ slot ].fwkKey() ) );
+      return static_cast< std::size_t >( hash ) & table.last;
    }
 
-   static std::size_t nextOccupied( TableHeader * table, std::size_t slot ) noexcept
+   // Calls `f( node )` for every node, in the order of the groups.
+   template< class F > static void eachNode( const TableHeader & table, F f )
    {
-      const SlotMark * const marks = table->marks();
-      for ( ; slot < table->slots; slot += Lanes::width ) {
-         VOK_STEPS( 1 );
-         if ( const auto occupied = Lanes::load( marks + slot ).nonZero(); occupied.any() ) {
-            return slot + occupied.first();
-         }
-      }
-      return table->slots;
-   }
-
-   // Calls `f( slot )` for every occupied slot, from first to last; f may empty it.
-   template< class F > static void eachSlot( TableHeader * table, F f )
-   {
-      const SlotMark * const marks = table->marks();
-      for ( std::size_t from = 0; from < table->slots; from += Lanes::width ) {
-         VOK_STEPS( 1 );
-         for ( auto set = Lanes::load( marks + from ).nonZero(); set.any(); set.dropFirst() ) {
-            f( from + set.first() );
+      for ( std::size_t group = 0; group <= table.last; ++group ) {
+         for ( auto set = marksAt( table, group ).empty().others(); set.any(); set.dropFirst() ) {
+            f( nodeAt( table, group, set.first() ) );
          }
       }
    }
 
-   // The first slot from `slot` on whose mark is less than `limit`; the marks behind the last slot
-   // end every search.
-   std::size_t firstBelow( std::size_t slot, SlotMark limit ) const noexcept
+   bool passed( std::size_t group, std::uint64_t hash ) const noexcept
    {
-      for ( const Lanes limits = Lanes::all( limit );; slot += Lanes::width ) {
-         VOK_STEPS( 1 );
-         if ( const auto below = Lanes::load( marks() + slot ).below( limits ); below.any() ) {
-            return slot + below.first();
-         }
+      return table_->groups()[ group ].passed( hash );
+   }
+
+   // The first nodes of a group are fetched while its marks are still on their way: one of them is
+   // likely to be read or written.
+   void fetch( std::size_t group ) const noexcept
+   {
+      const auto * const first =
+            reinterpret_cast< const std::byte * >( nodeAt( *table_, group, 0 ) );
+      for ( std::size_t i = 0; i < MarkGroup::slots * sizeof( Node ) / 2 && i < 4 * 64; i += 64 ) {
+         __builtin_prefetch( first + i );
       }
    }
 
-   // Walks from the home of `hash` over the nodes whose homes are not after it. At each step the
-   // marks of eight nodes are compared with the eight marks that a node of this hash would have
-   // there, and with the eight distances below which a node's home is after this one.
-   template< class Equal >
-   [[gnu::always_inline]] Place search( std::uint64_t hash, Equal equal ) const noexcept
-   {
-      const std::size_t home = homeOf( hash );
-      // The node is fetched while the marks are still on their way.
-      __builtin_prefetch( nodes() + home );
-      const SlotMark * const from = marks() + home;
-      Lanes nearest = Lanes::ramp();
-      Lanes wanted = nearest.plus( Lanes::all( hash & 0xff ) );
-      const Lanes step = Lanes::all( Lanes::width * oneFarther );
-      std::size_t distance = 0;
-      for ( ; distance + Lanes::width < farDistance; distance += Lanes::width ) {
-         VOK_STEPS( 1 );
-         const Lanes found = Lanes::load( from + distance );
-         for ( auto hits = found.equal( wanted ); hits.any(); hits.dropFirst() ) {
-            const std::size_t at = distance + hits.first();
-            if ( equal( nodes()[ home + at ] ) ) [[likely]] {
-               return { home + at, at, true };
-            }
-         }
-         if ( const auto below = found.below( nearest ); below.any() ) [[likely]] {
-            const std::size_t at = distance + below.first();
-            return { home + at, at, false };
-         }
-         nearest = nearest.plus( step );
-         wanted = wanted.plus( step );
+   // The groups in which a node may stand, in this order: the home, the next, the second after
+   // that ... each once.
+   class Groups {
+    public:
+      Groups( const TableHeader & table, std::uint64_t hash ) noexcept
+            : last_( table.last ),
+              at_( homeOf( table, hash ) )
+      {
       }
-      return searchFar( hash, home, distance, equal );
-   }
+      std::size_t operator*() const noexcept { return at_; }
+      // Goes on; says whether there is one more.
+      bool next() noexcept
+      {
+         ++step_;
+         at_ = ( at_ + step_ ) & last_;
+         return step_ <= last_;
+      }
 
-   // The rest of a search, where marks may not tell distances any more.
-   template< class Equal > [[gnu::noinline]] Place searchFar(
-         std::uint64_t hash, std::size_t home, std::size_t distance, Equal equal ) const noexcept
+    private:
+      std::size_t last_;
+      std::size_t at_;
+      std::size_t step_ = 0;
+   };
+
+   // The slot of a key in a group.
+   [[gnu::always_inline]] static std::size_t slotOf( const TableHeader & table, std::size_t group,
+         Query query, std::uint64_t hash ) noexcept
    {
-      for ( ;; ++distance ) {
+      for ( auto hits = marksAt( table, group ).like( hash ); hits.any(); hits.dropFirst() ) {
          VOK_STEPS( 1 );
-         const std::size_t slot = home + distance;
-         if ( marks()[ slot ] < anyMark ) {
-            return { slot, distance, false };
-         }
-         if ( marks()[ slot ] == slotMark( distance, hash ) && equal( nodes()[ slot ] ) ) {
-            return { slot, distance, true };
-         }
-         if ( distanceAt( slot ) < distance ) {
-            return { slot, distance, false };
+         if ( nodeAt( table, group, hits.first() )->fwkKey() == query ) [[likely]] {
+            return hits.first();
          }
       }
+      return none;
    }
 
-   Place lookUp( Query query, std::uint64_t hash ) const noexcept
+   // The search behind the home: it goes on as long as nodes of this hash may have gone past.
+   [[gnu::noinline]] Place searchOn( Query query, std::uint64_t hash ) const noexcept
    {
-      return search( hash, [ &query ]( const Node & node ) {
-         VOK_STEPS( 1 );
-         return node.fwkKey() == query;
-      } );
+      for ( Groups groups( *table_, hash ); groups.next(); ) {
+         const std::size_t slot = slotOf( *table_, *groups, query, hash );
+         if ( slot != none ) {
+            return { nodeAt( *table_, *groups, slot ), slotNumber( *groups, slot ) };
+         }
+         if ( !passed( *groups, hash ) ) {
+            break;
+         }
+      }
+      return { nullptr, 0 };
    }
 
-   // Where a node goes whose key is not in the table.
-   Place placeOf( std::uint64_t hash ) const noexcept
+   // Where a node goes whose key is not in the table, which has room for it, if its home is full.
+   [[gnu::noinline]] Place placeBehind( std::uint64_t hash ) const noexcept
    {
-      return search( hash, []( const Node & ) { return false; } );
-   }
-
-   // Whether a node may be put into a slot at which a search ended.
-   bool isFree( std::size_t slot ) const noexcept
-   {
-      return marks()[ slot ] == 0 && slot != table_->slots;
-   }
-
-   // Accounts for a new node.
-   void occupy( std::size_t slot, std::size_t distance, std::uint64_t hash ) noexcept
-   {
-      marks()[ slot ] = slotMark( distance, hash );
-      ++table_->size;
-   }
-
-   static TableHeader * makeTable( const TableShape & shape, HashSeed seed )
-   {
-      return newTable( shape, seed, sizeof( Node ), alignof( Node ) );
+      for ( Groups groups( *table_, hash );; ) {
+         groups.next();
+         if ( const auto empty = marksAt( *table_, *groups ).empty(); empty.any() ) {
+            const std::size_t slot = empty.first();
+            return { nodeAt( *table_, *groups, slot ), slotNumber( *groups, slot ) };
+         }
+      }
    }
 
    // HashTableChange.h
-   template< class Make > Node * insertMade( std::size_t slot, std::uint64_t hash, Make & make );
-   Node * insertNew( std::uint64_t hash, Node & node ) noexcept;
-   Node * insertAt( std::size_t slot, std::uint64_t hash, Node & node ) noexcept;
-   std::size_t makeWay( std::size_t slot, std::uint64_t hash ) noexcept;
-   void removeAt( Place place ) noexcept;
-   void closeGap( std::size_t slot ) noexcept;
+   template< class Make > Node * insertGrowing( Make & make );
+   template< class Make > Node * insertBehind( std::uint64_t hash, Make & make );
+   Node * insertNew( Node & node ) noexcept;
+   Place newPlace( std::uint64_t hash ) noexcept;
+   void occupy( std::size_t group, std::size_t slot, std::uint64_t hash ) noexcept;
+   void remove( Node * node, std::size_t group, std::size_t slot ) noexcept;
+   void goesPast( std::uint64_t hash, std::size_t group ) noexcept;
+   void wentPast( std::uint64_t hash, std::size_t group ) noexcept;
+   void rebuild( const TableShape & shape );
    void copy( const HashTable & other );
    static void destroy( TableHeader * table ) noexcept;
 
-   // HashTableGrowth.h
-   void rebuild( const TableShape & shape );
-   std::size_t halvedHome( std::size_t slot ) const noexcept;
-   std::size_t boundAfterHalving( std::size_t bound ) const noexcept;
-   void halveHomes() noexcept;
+   static constexpr std::size_t none = MarkGroup::slots;
 
    TableHeader * table_ = nullptr;
 };
@@ -303,4 +305,3 @@ template< class Node, class Lanes = DefaultLanes > class HashTable {
 
 #include "Vok/detail/HashTableChange.h"
 #include "Vok/detail/HashTableCursor.h"
-#include "Vok/detail/HashTableGrowth.h"

@@ -1,112 +1,127 @@
-// Insertion and removal in a hash table, copying and destruction. Part of HashTable.h.
+// Insertion and removal in a hash table, growth, copying and destruction. Part of HashTable.h.
 #pragma once
 
 #include "Vok/detail/HashTable.h"
-#include "Vok/detail/MarkShift.h"
 
 #include <algorithm>
 #include <memory>
 
 namespace Vok::Detail {
 
-// The insertion that is more than a node put into an empty slot: there may be no block, no room in
-// it, or a node in the slot at which the search has ended. The node is made before anything moves.
-template< class Node, class Lanes > template< class Make > [[gnu::noinline]] Node *
-HashTable< Node, Lanes >::insertMade( std::size_t slot, std::uint64_t hash, Make & make )
+// The insertion for which there is no block, or no room in it. The node is made before anything
+// moves.
+template< class Node, class Marks > template< class Make >
+[[gnu::noinline]] Node * HashTable< Node, Marks >::insertGrowing( Make & make )
 {
    Node node = make();
    if ( table_ == nullptr ) {
       reserve( 1 );
-      return insertNew( hashOf( node.fwkKey() ), node );
+   } else {
+      rebuild( tableShape( table_->room + 1 ) );
    }
-   if ( table_->size == table_->room ) {
-      rebuild( tableShape( 2 * table_->room ) );
-      return insertNew( hash, node );
-   }
-   return insertAt( slot, hash, node );
+   return insertNew( node );
+}
+
+// The insertion of a node whose home is full.
+template< class Node, class Marks > template< class Make > [[gnu::noinline]] Node *
+HashTable< Node, Marks >::insertBehind( std::uint64_t hash, Make & make )
+{
+   const Place place = placeBehind( hash );
+   ::new ( static_cast< void * >( place.node ) ) Node( make() );
+   goesPast( hash, place.group() );
+   occupy( place.group(), place.slot(), hash );
+   return place.node;
 }
 
 // Inserts a node whose key is not in the table, which has room for it. `node` is moved from.
-template< class Node, class Lanes > [[gnu::noinline]] Node * HashTable< Node, Lanes >::insertNew(
-      std::uint64_t hash, Node & node ) noexcept
+template< class Node, class Marks >
+Node * HashTable< Node, Marks >::insertNew( Node & node ) noexcept
 {
-   return insertAt( placeOf( hash ).slot, hash, node );
+   const Place place = newPlace( hashOf( node.fwkKey() ) );
+   std::construct_at( place.node, std::move( node ) );
+   return place.node;
 }
 
-// The same for a known slot: the one at which a search for the node's key ends.
-template< class Node, class Lanes > Node * HashTable< Node, Lanes >::insertAt(
-      std::size_t slot, std::uint64_t hash, Node & node ) noexcept
+// Accounts for a node that is about to be put there.
+template< class Node, class Marks >
+auto HashTable< Node, Marks >::newPlace( std::uint64_t hash ) noexcept -> Place
 {
-   if ( !isFree( slot ) ) {
-      slot = makeWay( slot, hash );
+   const std::size_t home = homeOf( *table_, hash );
+   if ( const auto empty = marksAt( *table_, home ).empty(); empty.any() ) [[likely]] {
+      const std::size_t slot = empty.first();
+      occupy( home, slot, hash );
+      return { nodeAt( *table_, home, slot ), slotNumber( home, slot ) };
    }
-   Node * const to = std::construct_at( nodes() + slot, std::move( node ) );
-   occupy( slot, slot - homeOf( hash ), hash );
-   return to;
+   const Place place = placeBehind( hash );
+   goesPast( hash, place.group() );
+   occupy( place.group(), place.slot(), hash );
+   return place;
 }
 
-// Empties the slot at which a search has ended by moving its node, and those behind it, one up.
-// Returns the slot, which is another one where the tail has overflowed.
-template< class Node, class Lanes >
-std::size_t HashTable< Node, Lanes >::makeWay( std::size_t slot, std::uint64_t hash ) noexcept
+// Accounts for a new node.
+template< class Node, class Marks > inline void HashTable< Node, Marks >::occupy(
+      std::size_t group, std::size_t slot, std::uint64_t hash ) noexcept
 {
-   std::size_t end = firstBelow( slot, anyMark );
-   while ( end == table_->slots ) {
-      halveHomes();
-      slot = placeOf( hash ).slot;
-      end = firstBelow( slot, anyMark );
-   }
-   VOK_STEPS( end - slot );
-   marksUp< Lanes >( marks(), slot, end );
-   relocateMany( nodes() + slot + 1, nodes() + slot, end - slot );
-   if ( table_->cursors != nullptr ) [[unlikely]] {
-      cursorsAfterInsertion( *table_, slot, end );
-   }
-   return slot;
-}
-
-// Removes the node of a place, which has been moved from. As a rule the nodes of its home end
-// before the next home begins, and the last of them takes the slot. A cursor could miss that one,
-// or see it twice; where there is a cursor, all nodes behind move down instead.
-template< class Node, class Lanes >
-[[gnu::always_inline]] inline void HashTable< Node, Lanes >::removeAt( Place place ) noexcept
-{
-   std::destroy_at( nodes() + place.slot );
-   --table_->size;
-   const std::size_t home = place.slot - place.distance;
-   const auto others = Lanes::load( marks() + home ).below( Lanes::ramp() );
-   const std::size_t behind = home + others.first();
-   if ( others.any() && marks()[ behind ] < movableMark && table_->cursors == nullptr ) [[likely]] {
-      SlotMark & last = marks()[ behind - 1 ];
-      SlotMark & gap = marks()[ place.slot ];
-      gap = static_cast< SlotMark >( ( gap & 0xff00 ) | ( last & 0xff ) );
-      last = 0;
-      relocateOrStay( nodes() + place.slot, nodes() + behind - 1 );
-   } else {
-      closeGap( place.slot );
+   TableHeader & table = *table_;
+   Marks::set( table.groups()[ group ], slot, MarkGroup::markOf( hash ) );
+   ++table.size;
+   if ( table.cursors != nullptr ) [[unlikely]] {
+      cursorsAfterInsertion( table );
    }
 }
 
-// Moves the nodes behind a slot one down, up to the first that stands where its home begins.
-template< class Node, class Lanes >
-[[gnu::noinline]] void HashTable< Node, Lanes >::closeGap( std::size_t slot ) noexcept
+// Removes a node that has been moved from.
+template< class Node, class Marks > inline void HashTable< Node, Marks >::remove(
+      Node * node, std::size_t group, std::size_t slot ) noexcept
 {
-   const std::size_t end = firstBelow( slot + 1, movableMark );
-   if ( !marksDown< Lanes >( marks(), slot, end ) ) {
-      SlotMark * const mark = marks();
-      for ( std::size_t i = slot + 1; i < end; ++i ) {
-         mark[ i - 1 ] = slotMark( distanceAt( i ) - 1, mark[ i ] );
-      }
-      mark[ end - 1 ] = 0;
+   TableHeader & table = *table_;
+   std::destroy_at( node );
+   Marks::set( table.groups()[ group ], slot, 0 );
+   --table.size;
+   if ( table.cursors != nullptr ) [[unlikely]] {
+      cursorsAfterRemoval( table, slotNumber( group, slot ) );
    }
-   VOK_STEPS( end - slot );
-   relocateMany( nodes() + slot, nodes() + slot + 1, end - slot - 1 );
+}
+
+// A node goes past the groups from its home up to `group`, in which it stands.
+template< class Node, class Marks > [[gnu::noinline]] void HashTable< Node, Marks >::goesPast(
+      std::uint64_t hash, std::size_t group ) noexcept
+{
+   for ( Groups groups( *table_, hash ); *groups != group; groups.next() ) {
+      VOK_STEPS( 1 );
+      table_->groups()[ *groups ].goesPast( hash );
+   }
+}
+
+// The same when it has gone.
+template< class Node, class Marks > [[gnu::noinline]] void HashTable< Node, Marks >::wentPast(
+      std::uint64_t hash, std::size_t group ) noexcept
+{
+   for ( Groups groups( *table_, hash ); *groups != group; groups.next() ) {
+      VOK_STEPS( 1 );
+      table_->groups()[ *groups ].wentPast( hash );
+   }
+}
+
+// Moves all nodes into a new, larger block.
+template< class Node, class Marks >
+[[gnu::noinline]] void HashTable< Node, Marks >::rebuild( const TableShape & shape )
+{
+   HashTable fresh;
+   fresh.table_ = makeTable( shape, table_->seed );
    if ( table_->cursors != nullptr ) {
-      cursorsAfterRemoval( *table_, slot, end );
+      Cursor::keepAllKeys( *table_ );
    }
+   eachNode( *table_, [ &fresh ]( Node * node ) {
+      VOK_STEPS( 1 );
+      relocate( fresh.newPlace( fresh.hashOf( node->fwkKey() ) ).node, node );
+   } );
+   moveCursors( *table_, *fresh.table_ );
+   swap( fresh );
+   freeTable( std::exchange( fresh.table_, nullptr ) );
 }
 
-template< class Node, class Lanes > void HashTable< Node, Lanes >::copy( const HashTable & other )
+template< class Node, class Marks > void HashTable< Node, Marks >::copy( const HashTable & other )
 {
    if ( other.size() == 0 ) {
       return;
@@ -114,20 +129,17 @@ template< class Node, class Lanes > void HashTable< Node, Lanes >::copy( const H
    // Spare room is copied, a desert is not.
    HashTable fresh;
    fresh.reserve( std::min( other.table_->room, 2 * other.size() ) );
-   eachSlot( other.table_, [ &other, &fresh ]( std::size_t slot ) {
-      Node node( static_cast< const Node & >( other.nodes()[ slot ] ) );
-      const std::uint64_t hash = fresh.hashOf( node.fwkKey() );
-      fresh.insertNew( hash, node );
+   eachNode( *other.table_, [ &fresh ]( const Node * original ) {
+      Node node( *original );
+      fresh.insertNew( node );
    } );
    swap( fresh );
 }
 
-template< class Node, class Lanes >
-void HashTable< Node, Lanes >::destroy( TableHeader * table ) noexcept
+template< class Node, class Marks > void HashTable< Node, Marks >::destroy( TableHeader * table ) noexcept
 {
    if constexpr ( !std::is_trivially_destructible_v< Node > ) {
-      eachSlot(
-            table, [ table ]( std::size_t slot ) { std::destroy_at( nodesOf( table ) + slot ); } );
+      eachNode( *table, []( Node * node ) { std::destroy_at( node ); } );
    }
    freeTable( table );
 }

@@ -3,9 +3,12 @@
 
 #include "Vok/detail/HashTable.h"
 
+#include <memory>
+#include <vector>
+
 namespace Vok::Detail {
 
-template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : private TableCursor {
+template< class Node, class Marks > class HashTable< Node, Marks >::Cursor : private TableCursor {
  public:
    // Stands on the first node.
    explicit Cursor( const HashTable & map ) noexcept
@@ -22,13 +25,13 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
       if ( !standing ) {
          return nullptr;
       }
-      return byKey ? found( bound - 1 ) : nodesOf( table ) + bound - 1;
+      return byKey ? found( bound - 1 ) : nodeOf( bound - 1 );
    }
 
    // The node that the cursor stands on.
    const Node & operator*() const noexcept
    {
-      return byKey ? *found( bound - 1 ) : nodesOf( table )[ bound - 1 ];
+      return byKey ? *found( bound - 1 ) : *nodeOf( bound - 1 );
    }
 
    bool atEnd() const noexcept { return table == nullptr; }
@@ -39,7 +42,7 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
          nextKey();
       } else if ( table != nullptr ) {
          if ( ahead.any() || findAhead() ) {
-            bound = group + ahead.first() + 1;
+            bound = slotNumber( group, ahead.first() ) + 1;
             ahead.dropFirst();
             standing = true;
          } else {
@@ -57,10 +60,12 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
       }
       auto keys = std::make_shared< std::vector< Key > >();
       keys->reserve( table->size );
-      const std::size_t from = standing ? bound - 1 : bound;
-      for ( std::size_t slot = nextOccupied( table, from ); slot < table->slots;
-            slot = nextOccupied( table, slot + 1 ) ) {
-         keys->push_back( nodesOf( table )[ slot ].fwkKey() );
+      Cursor rest( *this );
+      if ( standing ) {
+         keys->push_back( nodeOf( bound - 1 )->fwkKey() );
+      }
+      for ( rest.next(); !rest.atEnd(); rest.next() ) {
+         keys->push_back( ( *rest ).fwkKey() );
       }
       keys_ = std::move( keys );
       bound = standing ? 1 : 0;
@@ -76,6 +81,11 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
    }
 
  private:
+   const Node * nodeOf( std::size_t slot ) const noexcept
+   {
+      return nodeAt( *table, slot / slotsCounted, slot % slotsCounted );
+   }
+
    const Node * found( std::size_t index ) const noexcept
    {
       HashTable map;
@@ -88,15 +98,14 @@ template< class Node, class Lanes > class HashTable< Node, Lanes >::Cursor : pri
    // Whether there is a node from `bound` on; the first of them are ahead then.
    bool findAhead() noexcept
    {
-      const SlotMark * const marks = table->marks();
-      for ( group = bound; group < table->slots; group += Lanes::width ) {
-         VOK_STEPS( 1 );
-         ahead = Lanes::load( marks + group ).nonZero();
-         if ( ahead.any() ) {
-            return true;
-         }
+      group = bound / slotsCounted;
+      if ( group <= table->last ) {
+         ahead = marksAt( *table, group ).empty().others().from( bound % slotsCounted );
       }
-      return false;
+      while ( !ahead.any() && group < table->last ) {
+         ahead = marksAt( *table, ++group ).empty().others();
+      }
+      return ahead.any();
    }
 
    void nextKey() noexcept

@@ -13,56 +13,54 @@ namespace Vok::Detail {
 
 namespace {
 
-// Up to this size a table has one home: it is a list that is searched eight nodes at a time.
-constexpr std::size_t listRoom = 16;
-
-// From this number of slots on, the nodes begin at a cache line.
-constexpr std::size_t slotsOnLines = 64;
+// A single group has no more slots than its block is to serve for.
+constexpr std::size_t smallRooms[] = { 4, MarkGroup::slots };
+constexpr std::size_t largest = std::numeric_limits< std::ptrdiff_t >::max();
 constexpr std::size_t lineBytes = 64;
 
-constexpr std::size_t roundedUp( std::size_t number, std::size_t unit ) noexcept
+// Seven eighths of the slots of so many groups.
+constexpr std::size_t roomOf( std::size_t groups ) noexcept
 {
-   return ( number + unit - 1 ) / unit * unit;
+   return groups * MarkGroup::slots / 8 * 7 + groups * MarkGroup::slots % 8 * 7 / 8;
 }
 
 } // namespace
 
 TableShape tableShape( std::size_t size )
 {
-   if ( size <= listRoom ) {
-      const std::size_t slots = std::max< std::size_t >( std::bit_ceil( size ), 4 );
-      return { 1, slots, slots };
+   for ( const std::size_t room : smallRooms ) {
+      if ( size <= room ) {
+         return { 1, room };
+      }
    }
-   if ( size > std::numeric_limits< std::ptrdiff_t >::max() / 4 ) {
+   if ( size > largest / 4 ) {
       throw std::bad_array_new_length();
    }
-   // Three nodes to a home of four slots. A number of homes that can be halved often serves
-   // when the tail overflows.
-   const std::size_t least = std::max< std::size_t >( ( size + 2 ) / 3, 4 );
-   const std::size_t homes =
-         roundedUp( least, std::max< std::size_t >( std::bit_floor( least ) / 16, 1 ) );
-   const std::size_t tail = std::min< std::size_t >( 8 + homes / 2, 128 );
-   return { homes, homes * homeWidth + tail, homes * 3 };
+   std::size_t groups = std::bit_ceil( size / MarkGroup::slots );
+   while ( roomOf( groups ) < size ) {
+      groups *= 2;
+   }
+   return { groups, roomOf( groups ) };
 }
 
-TableHeader * newTable(
-      const TableShape & shape, HashSeed seed, std::size_t nodeSize, std::size_t nodeAlignment )
+TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nodeSize,
+      std::size_t nodeAlignment )
 {
-   const std::size_t markBytes = ( shape.slots + marksBehind ) * sizeof( SlotMark );
+   const std::size_t slots = shape.groups == 1 ? shape.room : shape.groups * MarkGroup::slots;
    const std::size_t alignment =
-         shape.slots >= slotsOnLines ? std::max( nodeAlignment, lineBytes ) : nodeAlignment;
-   const std::size_t before = sizeof( TableHeader ) + markBytes + alignment;
-   if ( shape.slots > ( std::numeric_limits< std::ptrdiff_t >::max() - before ) / nodeSize ) {
+         shape.groups == 1 ? nodeAlignment : std::max( nodeAlignment, lineBytes );
+   const std::size_t before =
+         sizeof( TableHeader ) + shape.groups * sizeof( MarkGroup ) + alignment;
+   if ( slots > ( largest - before ) / nodeSize ) {
       throw std::bad_array_new_length();
    }
-   std::size_t bytes = before + shape.slots * nodeSize;
-   void * const memory = ::operator new( bytes );
-   void * nodes = static_cast< std::byte * >( memory ) + sizeof( TableHeader ) + markBytes;
-   bytes -= sizeof( TableHeader ) + markBytes;
-   std::align( alignment, shape.slots * nodeSize, nodes, bytes );
-   auto * const table = new ( memory )
-         TableHeader{ 0, shape.homes, shape.slots, shape.room, seed, nullptr, nodes };
-   std::memset( table->marks(), 0, markBytes );
+   std::size_t space = slots * nodeSize + alignment - 1;
+   void * const memory = ::operator new( before - 1 + slots * nodeSize );
+   void * nodes = static_cast< std::byte * >( memory ) + ( before - alignment );
+   std::align( alignment, slots * nodeSize, nodes, space );
+   auto * const table =
+         new ( memory ) TableHeader{ 0, shape.room, shape.groups - 1, nodes, seed, nullptr };
+   std::uninitialized_value_construct_n( table->groups(), shape.groups );
    return table;
 }
 
@@ -117,25 +115,19 @@ void TableCursor::unlink() noexcept
    standing = false;
 }
 
-void cursorsAfterRemoval( const TableHeader & table, std::size_t hole, std::size_t end ) noexcept
+void cursorsAfterInsertion( const TableHeader & table ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
       cursor->ahead = {};
-      if ( !cursor->byKey && hole < cursor->bound && cursor->bound <= end ) {
-         if ( hole + 1 == cursor->bound ) {
-            cursor->standing = false;
-         }
-         --cursor->bound;
-      }
    }
 }
 
-void cursorsAfterInsertion( const TableHeader & table, std::size_t place, std::size_t end ) noexcept
+void cursorsAfterRemoval( const TableHeader & table, std::size_t slot ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
       cursor->ahead = {};
-      if ( !cursor->byKey && place < cursor->bound && cursor->bound <= end ) {
-         ++cursor->bound;
+      if ( !cursor->byKey && cursor->bound == slot + 1 ) {
+         cursor->standing = false;
       }
    }
 }

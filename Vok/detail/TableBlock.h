@@ -5,7 +5,7 @@
 
 #include "Vok/Export.h"
 #include "Vok/detail/Hash.h"
-#include "Vok/detail/Lanes.h"
+#include "Vok/detail/Marks.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,43 +14,32 @@ namespace Vok::Detail {
 
 class TableCursor;
 
-// The metadata of a slot: 0 where it is empty, else the node's distance from its home, plus one, in
-// the high byte, and the low byte of its hash in the low one. A high byte of 255 stands for every
-// distance from `farDistance` on.
-using SlotMark = std::uint16_t;
-inline constexpr std::size_t farDistance = 254;
-inline constexpr SlotMark oneFarther = 0x100;
-inline constexpr SlotMark farMark = 0xff00; // from here on the mark of a far node
-inline constexpr SlotMark anyMark = 0x100; // from here on the mark of a node
-inline constexpr SlotMark movableMark = 0x200; // from here on of one that may stand one slot before
-// How many slots a home has. A single one would make most insertions shift nodes; in eight a search
-// would often not end within the eight slots that it looks at first.
-inline constexpr std::size_t homeWidth = 4;
-// Empty marks behind the last slot, so that eight can be read from any slot on.
-inline constexpr std::size_t marksBehind = 8;
-
-constexpr SlotMark slotMark( std::size_t distance, std::uint64_t hash ) noexcept
-{
-   const std::size_t shown = distance < farDistance ? distance : farDistance;
-   return static_cast< SlotMark >( ( shown + 1 ) << 8 | ( hash & 0xff ) );
-}
-
-struct TableHeader {
+// The groups of marks stand behind it, and behind them the nodes, or the places for nodes.
+struct alignas( MarkGroup ) TableHeader {
    std::size_t size; // nodes held
-   std::size_t homes; // homes of homeWidth slots each, from slot 0 on; the other slots are the tail
-   std::size_t slots; // those of the homes and the tail
-   std::size_t room; // the size up to which the block serves; less than or equal to `slots`
+   std::size_t room; // the size up to which the block serves
+   std::size_t last; // the number of the last group; there are 2^n
+   void * nodes;
    HashSeed seed; // of this table, from its first block to its last
    TableCursor * cursors; // the cursors that stand on this table
-   void * nodes; // `slots` places for nodes
 
-   SlotMark * marks() noexcept { return reinterpret_cast< SlotMark * >( this + 1 ); }
+   MarkGroup * groups() noexcept { return reinterpret_cast< MarkGroup * >( this + 1 ); }
+   const MarkGroup * groups() const noexcept
+   {
+      return reinterpret_cast< const MarkGroup * >( this + 1 );
+   }
 };
 
-// How a block is divided.
+// Slots are counted by sixteen in each group, as their marks stand, though it has thirteen.
+inline constexpr std::size_t slotsCounted = sizeof( MarkGroup );
+constexpr std::size_t slotNumber( std::size_t group, std::size_t slot ) noexcept
+{
+   return group * slotsCounted + slot;
+}
+
+// How large a block is.
 struct TableShape {
-   std::size_t homes;
-   std::size_t slots;
+   std::size_t groups; // 2^n
    std::size_t room;
 };
 
@@ -67,11 +56,10 @@ VOK_EXPORT void freeTable( TableHeader * table ) noexcept;
 
 // Where an iteration stands in a table, and its place in the table's list of cursors.
 //
-// All nodes below `bound` have been seen; where `standing` is set, the cursor stands on the one
-// just below it. `ahead` are those of the eight slots from `group` on that the cursor comes to
-// next, so that a step does not look at the marks; empty where it has to. Where `byKey` is set,
-// positions have lost their meaning: then `bound` counts in the cursor's list of keys. `table` is
-// null at the end.
+// All nodes below slot `bound` have been seen; where `standing` is set, the cursor stands on the one just below it. `ahead` are those
+// of the group `group` that the cursor comes to next, so that a step does not look at the marks;
+// empty where it has to. Where `byKey` is set, positions have lost their meaning: then `bound` counts
+// in the cursor's list of keys. `table` is null at the end.
 class VOK_EXPORT TableCursor {
  public:
    TableCursor() noexcept = default;
@@ -92,7 +80,7 @@ class VOK_EXPORT TableCursor {
    TableHeader * table = nullptr;
    std::size_t bound = 0;
    std::size_t group = 0;
-   LaneSet ahead;
+   SlotSet ahead;
    bool standing = false;
    bool byKey = false;
    TableCursor * next = nullptr;
@@ -105,14 +93,9 @@ class VOK_EXPORT TableCursor {
 
 // What a change of the table means for the cursors on it.
 //
-// The node of slot `hole` has gone, and those of the slots after it up to `end` have moved one
-// down.
-VOK_EXPORT void cursorsAfterRemoval(
-      const TableHeader & table, std::size_t hole, std::size_t end ) noexcept;
-// The nodes of the slots from `place` up to `end` have moved one up, and a new one stands at
-// `place`.
-VOK_EXPORT void cursorsAfterInsertion(
-      const TableHeader & table, std::size_t place, std::size_t end ) noexcept;
+// A node has come, and the node of a slot has gone.
+VOK_EXPORT void cursorsAfterInsertion( const TableHeader & table ) noexcept;
+VOK_EXPORT void cursorsAfterRemoval( const TableHeader & table, std::size_t slot ) noexcept;
 // The block has given way to another one.
 VOK_EXPORT void moveCursors( TableHeader & from, TableHeader & to ) noexcept;
 // The nodes have gone altogether.

@@ -1,8 +1,7 @@
-// Reference counts that cost no locked instruction while the process has only one thread.
+// Counts that cost no locked instruction while the process has only one thread.
 #pragma once
 
 #include <atomic>
-#include <cstdint>
 
 #if __has_include( <sys/single_threaded.h> )
 #include <sys/single_threaded.h>
@@ -22,8 +21,8 @@ inline bool singleThreaded() noexcept
 #endif
 }
 
-// Adds one. The caller holds a reference already, so no ordering is needed.
-inline void incrementCount( std::atomic< std::uint32_t > & count ) noexcept
+// Adds one. Who counts references holds one already, so no ordering is needed.
+template< class Number > void incrementCount( std::atomic< Number > & count ) noexcept
 {
    if ( singleThreaded() ) {
       count.store( count.load( std::memory_order_relaxed ) + 1, std::memory_order_relaxed );
@@ -34,10 +33,10 @@ inline void incrementCount( std::atomic< std::uint32_t > & count ) noexcept
 
 // Takes one away and returns what is left. Who is left with zero sees all that the other holders
 // did before they let go, and may destroy the object.
-inline std::uint32_t decrementCount( std::atomic< std::uint32_t > & count ) noexcept
+template< class Number > Number decrementCount( std::atomic< Number > & count ) noexcept
 {
    if ( singleThreaded() ) {
-      const std::uint32_t left = count.load( std::memory_order_relaxed ) - 1;
+      const Number left = count.load( std::memory_order_relaxed ) - 1;
       count.store( left, std::memory_order_relaxed );
       return left;
    }

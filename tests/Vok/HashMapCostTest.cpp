@@ -104,16 +104,17 @@ TEST_F( HashMapCostTest, ALookupHashesOnceAndCopiesNothing )
    }
    EXPECT_EQ( Key::counts.hashes, 1000u );
    EXPECT_EQ( Key::counts.copies + Key::counts.moves, 0u );
-   // Every hit is one comparison, and hardly any key is compared in vain.
+   // Every hit is one comparison. Of the other nine or so marks of its group, of which half are
+   // looked at before, one in 255 is the same: 18 keys are compared in vain, or 36 in misses.
    EXPECT_GE( Key::counts.equalities, 1000u );
-   EXPECT_LE( Key::counts.equalities, 1040u );
+   EXPECT_LE( Key::counts.equalities, 1045u );
 
    Key::reset();
    for ( std::uint32_t i = 1000; i < 2000; ++i ) {
       EXPECT_EQ( map.find( Key( i ) ), nullptr );
    }
    EXPECT_EQ( Key::counts.hashes, 1000u );
-   EXPECT_LE( Key::counts.equalities, 40u );
+   EXPECT_LE( Key::counts.equalities, 75u );
 }
 
 TEST_F( HashMapCostTest, AnInsertionHashesOnceAndMovesTheNodeIntoPlace )
@@ -159,7 +160,7 @@ TEST_F( HashMapCostTest, ADeletionHashesOnlyItsKey )
    }
    EXPECT_EQ( Key::counts.hashes, 1000u );
    EXPECT_EQ( Key::counts.copies, 0u );
-   EXPECT_LE( Key::counts.equalities, 1040u );
+   EXPECT_LE( Key::counts.equalities, 1045u );
 }
 
 TEST_F( HashMapCostTest, IterationNeitherHashesNorComparesNorAllocates )

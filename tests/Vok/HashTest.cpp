@@ -1,7 +1,7 @@
 // The keyed hash and the checksum: pinned values, spread, and what each has to notice.
 #include "Vok/detail/Hash.h"
 
-#include "Vok/detail/Lanes.h"
+#include "Vok/detail/Marks.h"
 #include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
@@ -47,10 +47,10 @@ const std::vector< std::size_t > sizes = { 0, 1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17
 // A red line here asks: was the hash meant to change? No stored data depends on it.
 TEST( HashTest, ValuesUnderAFixedSeed )
 {
-   EXPECT_EQ( KeyHash< std::uint32_t >::hash( 0, seed ), 0xbd9a1579ae5dccc6 );
-   EXPECT_EQ( KeyHash< std::uint32_t >::hash( 1, seed ), 0x935d14b6c9dfc3c1 );
-   EXPECT_EQ( KeyHash< std::uint64_t >::hash( ~std::uint64_t{ 0 }, seed ), 0xeaaef730cae44be1 );
-   EXPECT_EQ( KeyHash< double >::hash( 1.5, seed ), 0x875fe8e024ecc7fc );
+   EXPECT_EQ( KeyHash< std::uint32_t >::hash( 0, seed ), 0x0717b2b7ae671a2b );
+   EXPECT_EQ( KeyHash< std::uint32_t >::hash( 1, seed ), 0x912a5e5667285b61 );
+   EXPECT_EQ( KeyHash< std::uint64_t >::hash( ~std::uint64_t{ 0 }, seed ), 0x64b623befc04705a );
+   EXPECT_EQ( KeyHash< double >::hash( 1.5, seed ), 0x53b53fa80f4400a6 );
    EXPECT_EQ( hashBytes( "", 0, seed ), 0x519e1059b39e7985 );
    const std::string text = textOf( 200 );
    EXPECT_EQ( hashBytes( text.data(), 3, seed ), 0xc3fe48a8bf7746a6 );
@@ -293,12 +293,32 @@ TEST( ChecksumTest, LengthsOrderAndPairsOfBitsMatter )
    EXPECT_NE( checksum64( swapped.data(), 64 ), before );
 }
 
-// Both forms of the metadata's comparison against the plain meaning of each operation.
-template< class Lanes > class LanesSuite : public testing::Test {
- protected:
-   using Words = std::array< std::uint16_t, 8 >;
+// However small the numbers and whatever the stride: no table is drawn a seed under which they
+// crowd.
+TEST( HashTest, KeysInARowSpreadEvenlyUnderAnySeed )
+{
+   Random random( 5 );
+   for ( const std::uint64_t stride : { 1u, 2u, 3u, 10u, 256u, 1000u, 4096u, 65536u, 1u << 20 } ) {
+      for ( int round = 0; round < 200; ++round ) {
+         const HashSeed any{ random.word(), random.word() | 1 };
+         std::array< int, 256 > high{};
+         std::array< int, 256 > low{};
+         for ( std::uint64_t i = 0; i < 2048; ++i ) {
+            const std::uint64_t hash = hashWord( i * stride, any );
+            ++high[ hash >> 56 ];
+            ++low[ hash & 255 ];
+         }
+         // 8 are expected in each; 35 are there once in 10^8.
+         EXPECT_LT( *std::max_element( high.begin(), high.end() ), 35 ) << stride;
+         EXPECT_LT( *std::max_element( low.begin(), low.end() ), 35 ) << stride;
+      }
+   }
+}
 
-   template< class Set > static unsigned bitsOf( Set set )
+// Both forms of the comparison of marks against the plain meaning of each operation.
+template< class Marks > class MarksSuite : public testing::Test {
+ protected:
+   static unsigned bitsOf( SlotSet set )
    {
       unsigned bits = 0;
       for ( ; set.any(); set.dropFirst() ) {
@@ -310,54 +330,74 @@ template< class Lanes > class LanesSuite : public testing::Test {
    template< class Test > static unsigned expected( Test test )
    {
       unsigned bits = 0;
-      for ( unsigned i = 0; i < 8; ++i ) {
+      for ( unsigned i = 0; i < MarkGroup::slots; ++i ) {
          bits |= test( i ) ? 1u << i : 0;
       }
       return bits;
    }
-
-   static std::uint16_t word( Random & random )
-   {
-      static constexpr std::uint16_t edges[] = { 0, 1, 0xff, 0x100, 0x101, 0x7fff, 0x8000, 0x8001,
-         0xfeff, 0xff00, 0xffff };
-      return random.oneIn( 3 ) ? static_cast< std::uint16_t >( random.word() )
-                               : edges[ random.below( 11 ) ];
-   }
 };
 
 #ifdef __SSE2__
-using LanesTypes = testing::Types< PortableLanes, SseLanes >;
+using MarksTypes = testing::Types< PortableMarks, SseMarks >;
 #else
-using LanesTypes = testing::Types< PortableLanes >;
+using MarksTypes = testing::Types< PortableMarks >;
 #endif
-TYPED_TEST_SUITE( LanesSuite, LanesTypes );
+TYPED_TEST_SUITE( MarksSuite, MarksTypes );
 
-TYPED_TEST( LanesSuite, ComparesEightUnsignedWords )
+TYPED_TEST( MarksSuite, ComparesThirteenMarks )
 {
    Random random( 8 );
+   MarkGroup group;
+   std::array< std::uint8_t, MarkGroup::slots > plain{};
    for ( int round = 0; round < 20000; ++round ) {
-      typename TestFixture::Words a{};
-      typename TestFixture::Words b{};
-      for ( std::size_t i = 0; i < 8; ++i ) {
-         a[ i ] = this->word( random );
-         b[ i ] = random.oneIn( 3 ) ? a[ i ] : this->word( random );
+      const std::size_t slot = random.below( MarkGroup::slots );
+      const std::uint64_t one = random.oneIn( 4 ) ? std::uint64_t{ random.below( 4 ) } << 56
+                                                  : random.word();
+      plain[ slot ] = random.oneIn( 3 ) ? 0 : MarkGroup::markOf( one );
+      TypeParam::set( group, slot, plain[ slot ] );
+      if ( random.oneIn( 2 ) ) {
+         group.goesPast( random.word() ); // no slot is to be taken from what is counted
       }
-      const TypeParam left = TypeParam::load( a.data() );
-      const TypeParam right = TypeParam::load( b.data() );
-      EXPECT_EQ( this->bitsOf( left.equal( right ) ),
-            this->expected( [ & ]( unsigned i ) { return a[ i ] == b[ i ]; } ) );
-      EXPECT_EQ( this->bitsOf( left.below( right ) ),
-            this->expected( [ & ]( unsigned i ) { return a[ i ] < b[ i ]; } ) );
-      EXPECT_EQ( this->bitsOf( left.nonZero() ),
-            this->expected( [ & ]( unsigned i ) { return a[ i ] != 0; } ) );
-      const std::uint16_t one = this->word( random );
-      EXPECT_EQ( this->bitsOf( left.below( TypeParam::all( one ) ) ),
-            this->expected( [ & ]( unsigned i ) { return a[ i ] < one; } ) );
+      const TypeParam marks( group );
+      const auto empty = marks.empty();
+      EXPECT_EQ( this->bitsOf( empty ), this->expected( [ & ]( unsigned i ) { return !plain[ i ]; } ) );
+      EXPECT_EQ( this->bitsOf( empty.others() ),
+            this->expected( [ & ]( unsigned i ) { return plain[ i ] != 0; } ) );
+      EXPECT_EQ( this->bitsOf( empty.from( slot ) ),
+            this->expected( [ & ]( unsigned i ) { return i >= slot && !plain[ i ]; } ) );
+      for ( const std::uint64_t hash : { one, std::uint64_t{ 0 }, random.word() } ) {
+         EXPECT_EQ( this->bitsOf( marks.like( hash ) ), this->expected( [ & ]( unsigned i ) {
+            return plain[ i ] == MarkGroup::markOf( hash );
+         } ) );
+      }
    }
-   const typename TestFixture::Words ramp{ 0x105, 0x205, 0x305, 0x405, 0x505, 0x605, 0x705, 0x805 };
-   EXPECT_EQ( this->bitsOf( TypeParam::load( ramp.data() )
-                                  .equal( TypeParam::ramp().plus( TypeParam::all( 5 ) ) ) ),
-         0xffu );
+}
+
+TEST( MarkGroupTest, CountsWhoWentPastUpToSeven )
+{
+   MarkGroup group;
+   const auto hashOf = []( std::uint64_t value ) { return value << 56 | 0xabcdef; };
+   for ( std::uint64_t value = 0; value < 8; ++value ) {
+      EXPECT_FALSE( group.passed( hashOf( value ) ) );
+      for ( std::uint64_t i = 0; i < value; ++i ) {
+         group.goesPast( hashOf( value ) );
+         EXPECT_TRUE( group.passed( hashOf( value ) ) );
+      }
+   }
+   for ( std::uint64_t value = 0; value < 7; ++value ) {
+      for ( std::uint64_t i = 0; i < value; ++i ) {
+         EXPECT_TRUE( group.passed( hashOf( value ) ) );
+         group.wentPast( hashOf( value ) );
+      }
+      EXPECT_FALSE( group.passed( hashOf( value ) ) );
+   }
+   for ( int i = 0; i < 20; ++i ) {
+      group.wentPast( hashOf( 7 ) );
+      EXPECT_TRUE( group.passed( hashOf( 7 ) ) ); // nobody knows how many more there were
+   }
+   for ( std::size_t slot = 0; slot < MarkGroup::slots; ++slot ) {
+      EXPECT_EQ( group.bytes()[ slot ], 0 );
+   }
 }
 
 } // namespace

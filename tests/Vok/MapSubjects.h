@@ -30,11 +30,11 @@ struct ConstantLast {
 struct FewHomes {
    static std::uint64_t hash( std::uint32_t number )
    {
-      return std::uint64_t{ number % 5 } << 62 | ( number % 3 );
+      return std::uint64_t{ number % 5 } << 56 | ( number % 3 );
    }
 };
 struct SameMark {
-   static std::uint64_t hash( std::uint32_t number ) { return std::uint64_t{ number } << 40; }
+   static std::uint64_t hash( std::uint32_t number ) { return number; }
 };
 
 template< class Key > Key keyOf( std::uint32_t number )
@@ -97,8 +97,8 @@ template< class Shape, class Engine > class EngineMap {
    Table table_;
 };
 
-template< class Shape, class Lanes = Vok::Detail::DefaultLanes > using VokMap =
-      EngineMap< Shape, Vok::Detail::HashTable< typename Shape::Node, Lanes > >;
+template< class Shape, class Marks = Vok::Detail::DefaultMarks > using VokMap =
+      EngineMap< Shape, Vok::Detail::HashTable< typename Shape::Node, Marks > >;
 
 template< class Shape > using TreeMap =
       EngineMap< Shape, Vok::Detail::BTree< typename Shape::Node > >;
@@ -224,7 +224,7 @@ struct BesideWide {
    static void setValue( Node & node, std::uint32_t value ) { node.value.value = value; }
 };
 
-using Portable = Vok::Detail::PortableLanes;
+using Portable = Vok::Detail::PortableMarks;
 
 } // namespace MapSubjects
 

@@ -147,7 +147,7 @@ const Operation operations[] = {
          []( Root & r ) { r.refsIs( ::Test::Numbered::NumberedIs( Narrow( 2000 ) ) ); } },
    { "reference to another", needed,
          []( Root & r ) { r.refsIs( ::Test::Numbered::NumberedIs( Narrow( 305 ) ) ); } },
-   { "reference by name", notNeeded,
+   { "reference by name", needed,
          []( Root & r ) { r.leafRefsIs( r.tree( member )->kids( "kid" ) ); } },
    { "all references", notNeeded, []( Root & r ) { r.leafRefsDelAll(); } },
    { "a fresh one", needed, []( Root & r ) { r.instantiate(); } },
