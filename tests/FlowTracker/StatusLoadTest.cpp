@@ -31,10 +31,11 @@ using TestSupport::Random;
 using TestSupport::Recorder;
 using Response = PktDropCounterUpdateResponse;
 
-// Sanitizers take an order of magnitude more of all.
+// Sanitizers take an order of magnitude more of all. A quarter of the trackers still has to be large
+// beside the slab of each size that a tree begins.
 constexpr bool sanitized =
       TestSupport::underAddressSanitizer || TestSupport::underThreadSanitizer;
-constexpr std::uint32_t trackers = sanitized ? 100 : 1000;
+constexpr std::uint32_t trackers = sanitized ? 200 : 1000;
 constexpr std::uint32_t flips = sanitized ? 200'000 : 10'000'000;
 constexpr std::uint32_t answers = sanitized ? 20'000 : 1'000'000;
 
