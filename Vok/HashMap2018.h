@@ -7,12 +7,12 @@
 //    the block:  header | group group group ... | node node node ...
 //    a group:    mark mark ... mark | 0 0 1 0 0 0 0 0
 //
-// A slot is one node's place, and thirteen slots are a group. The low bits of a key's hash choose its
-// home, one of the 2^n groups. A node stands in its home or, where that was full when it came, in a
-// later group: one on from there, two on from that, and so forth, around the end, which comes to
-// every group once. A slot's mark is eight further bits of its node's hash, or 0 where it is empty.
-// Behind a group's marks stand eight counts of three bits: how many nodes went past the group,
-// because it was full, to where they stand now, for each value of three bits of their hash.
+// A slot is one node's place, and thirteen slots are a group. The low bits of a key's hash choose
+// its home, one of the 2^n groups. A node stands in its home or, where that was full when it came,
+// in a later group: one on from there, two on from that, and so forth, around the end, which comes
+// to every group once. A slot's mark is eight further bits of its node's hash, or 0 where it is
+// empty. Behind a group's marks stand eight counts of three bits: how many nodes went past the
+// group, because it was full, to where they stand now, for each value of three bits of their hash.
 //
 // Invariants
 //
@@ -44,9 +44,9 @@
 // one in another's order of iteration does not crowd it either.
 //
 // Iteration: a cursor is known to the block and holds the bound between the slots that it has seen
-// and those that it has not; a node inserted below counts as seen. When the map grows, all nodes get
-// new places, which no bound can follow; then each cursor copies the keys that it has still to see,
-// and goes on by looking them up. Without cursors all this is one test for null.
+// and those that it has not; a node inserted below counts as seen. When the map grows, all nodes
+// get new places, which no bound can follow; then each cursor copies the keys that it has still to
+// see, and goes on by looking them up. Without cursors all this is one test for null.
 #pragma once
 
 #include "Vok/MapNodes.h"

@@ -15,8 +15,8 @@
 #include <type_traits>
 #include <utility>
 
-// Where a program defines VOK_COUNT_STEPS, every look at a group of slots, every comparison of keys and
-// every node that is moved counts one step.
+// Where a program defines VOK_COUNT_STEPS, every look at a group of slots, every comparison of keys
+// and every node that is moved counts one step.
 #ifdef VOK_COUNT_STEPS
 namespace Vok::Detail {
 inline std::uint64_t tableSteps = 0;
@@ -157,8 +157,8 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
  private:
    friend struct TableInspector; // the tests' eye on the invariants
 
-   // Where a node stands, or where it has to go; `node` is null where there is none. Two words, which
-   // are returned in registers.
+   // Where a node stands, or where it has to go; `node` is null where there is none. Two words,
+   // which are returned in registers.
    struct Place {
       Node * node;
       std::size_t number; // of the slot

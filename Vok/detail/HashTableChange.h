@@ -136,7 +136,8 @@ template< class Node, class Marks > void HashTable< Node, Marks >::copy( const H
    swap( fresh );
 }
 
-template< class Node, class Marks > void HashTable< Node, Marks >::destroy( TableHeader * table ) noexcept
+template< class Node, class Marks >
+void HashTable< Node, Marks >::destroy( TableHeader * table ) noexcept
 {
    if constexpr ( !std::is_trivially_destructible_v< Node > ) {
       eachNode( *table, []( Node * node ) { std::destroy_at( node ); } );

@@ -56,10 +56,10 @@ VOK_EXPORT void freeTable( TableHeader * table ) noexcept;
 
 // Where an iteration stands in a table, and its place in the table's list of cursors.
 //
-// All nodes below slot `bound` have been seen; where `standing` is set, the cursor stands on the one just below it. `ahead` are those
-// of the group `group` that the cursor comes to next, so that a step does not look at the marks;
-// empty where it has to. Where `byKey` is set, positions have lost their meaning: then `bound` counts
-// in the cursor's list of keys. `table` is null at the end.
+// All nodes below slot `bound` have been seen; where `standing` is set, the cursor stands on the
+// one just below it. `ahead` are those of the group `group` that the cursor comes to next, so that
+// a step does not look at the marks; empty where it has to. Where `byKey` is set, positions have
+// lost their meaning: then `bound` counts in the cursor's list of keys. `table` is null at the end.
 class VOK_EXPORT TableCursor {
  public:
    TableCursor() noexcept = default;

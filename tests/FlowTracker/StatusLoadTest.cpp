@@ -31,8 +31,8 @@ using TestSupport::Random;
 using TestSupport::Recorder;
 using Response = PktDropCounterUpdateResponse;
 
-// Sanitizers take an order of magnitude more of all. A quarter of the trackers still has to be large
-// beside the slab of each size that a tree begins.
+// Sanitizers take an order of magnitude more of all. A quarter of the trackers still has to be
+// large beside the slab of each size that a tree begins.
 constexpr bool sanitized =
       TestSupport::underAddressSanitizer || TestSupport::underThreadSanitizer;
 constexpr std::uint32_t trackers = sanitized ? 200 : 1000;

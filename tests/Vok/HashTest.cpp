@@ -360,7 +360,8 @@ TYPED_TEST( MarksSuite, ComparesThirteenMarks )
       }
       const TypeParam marks( group );
       const auto empty = marks.empty();
-      EXPECT_EQ( this->bitsOf( empty ), this->expected( [ & ]( unsigned i ) { return !plain[ i ]; } ) );
+      EXPECT_EQ( this->bitsOf( empty ),
+            this->expected( [ & ]( unsigned i ) { return plain[ i ] == 0; } ) );
       EXPECT_EQ( this->bitsOf( empty.others() ),
             this->expected( [ & ]( unsigned i ) { return plain[ i ] != 0; } ) );
       EXPECT_EQ( this->bitsOf( empty.from( slot ) ),
