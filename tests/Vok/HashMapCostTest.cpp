@@ -104,17 +104,24 @@ TEST_F( HashMapCostTest, ALookupHashesOnceAndCopiesNothing )
    }
    EXPECT_EQ( Key::counts.hashes, 1000u );
    EXPECT_EQ( Key::counts.copies + Key::counts.moves, 0u );
-   // Every hit is one comparison. Of the other nine or so marks of its group, of which half are
-   // looked at before, one in 255 is the same: 18 keys are compared in vain, or 36 in misses.
+   // Every hit is one comparison, and hardly any key is compared in vain.
    EXPECT_GE( Key::counts.equalities, 1000u );
-   EXPECT_LE( Key::counts.equalities, 1045u );
+   EXPECT_LE( Key::counts.equalities, 1040u );
 
-   Key::reset();
-   for ( std::uint32_t i = 1000; i < 2000; ++i ) {
-      EXPECT_EQ( map.find( Key( i ) ), nullptr );
+   // Nor in a miss: 31 of 1,000, for eight marks of which one in 255 is the key's by chance. A
+   // single map strays from that by six; a hundred, each with a seed of its own, hardly do.
+   constexpr std::uint32_t maps = 100;
+   std::uint64_t equalities = 0;
+   for ( std::uint32_t round = 0; round < maps; ++round ) {
+      const Map one = filled( 1000 );
+      Key::reset();
+      for ( std::uint32_t i = 1000; i < 2000; ++i ) {
+         EXPECT_EQ( one.find( Key( i ) ), nullptr );
+      }
+      EXPECT_EQ( Key::counts.hashes, 1000u );
+      equalities += Key::counts.equalities;
    }
-   EXPECT_EQ( Key::counts.hashes, 1000u );
-   EXPECT_LE( Key::counts.equalities, 75u );
+   EXPECT_LE( equalities, maps * 40u );
 }
 
 TEST_F( HashMapCostTest, AnInsertionHashesOnceAndMovesTheNodeIntoPlace )
@@ -160,7 +167,7 @@ TEST_F( HashMapCostTest, ADeletionHashesOnlyItsKey )
    }
    EXPECT_EQ( Key::counts.hashes, 1000u );
    EXPECT_EQ( Key::counts.copies, 0u );
-   EXPECT_LE( Key::counts.equalities, 1045u );
+   EXPECT_LE( Key::counts.equalities, 1040u );
 }
 
 TEST_F( HashMapCostTest, IterationNeitherHashesNorComparesNorAllocates )
