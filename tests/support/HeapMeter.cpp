@@ -77,6 +77,17 @@ void operator delete( void * memory, std::size_t ) noexcept { give( memory ); }
 void operator delete( void * memory, std::align_val_t ) noexcept { give( memory ); }
 void operator delete( void * memory, std::size_t, std::align_val_t ) noexcept { give( memory ); }
 
+// The C++ library's would call those above, a sanitizer's do not.
+void * operator new[]( std::size_t size ) { return ::operator new( size ); }
+void * operator new[]( std::size_t size, std::align_val_t alignment )
+{
+   return ::operator new( size, alignment );
+}
+void operator delete[]( void * memory ) noexcept { give( memory ); }
+void operator delete[]( void * memory, std::size_t ) noexcept { give( memory ); }
+void operator delete[]( void * memory, std::align_val_t ) noexcept { give( memory ); }
+void operator delete[]( void * memory, std::size_t, std::align_val_t ) noexcept { give( memory ); }
+
 namespace TestSupport {
 
 HeapMeter::HeapMeter() : base_( heldBytes )
