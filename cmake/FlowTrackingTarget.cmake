@@ -153,6 +153,10 @@ function( flowtracking_shared_library name map )
       LINK_DEPENDS "${map}" )
    target_link_options( ${name} PRIVATE
       "LINKER:-z,nodelete" "LINKER:--version-script,${map}" )
+   # The library's own functions are called without being looked up by name when it is loaded.
+   set( symbolFlags )
+   flowtracking_linker_flags( symbolFlags "LINKER:-Bsymbolic-functions" )
+   target_link_options( ${name} PRIVATE ${symbolFlags} )
    # The runtime of a sanitizer is linked into the program only.
    if( NOT FLOWTRACKING_SANITIZE )
       target_link_options( ${name} PRIVATE "LINKER:-z,defs" )
