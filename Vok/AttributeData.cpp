@@ -9,6 +9,7 @@
 #include "Vok/detail/RowAccess.h"
 #include "Vok/detail/Storage.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -45,19 +46,19 @@ Corvo::String referenceText( const Entity & entity, const AttributeRow & row )
 void store( Entity & entity, const AttributeRow & row, OwnedValue & next )
 {
    void * const storage = storageOf( entity, row );
-   OwnedValue word( *row.value );
+   std::optional< OwnedValue > word;
    if ( row.storage ) {
-      row.storage->load( storage, word.data() );
+      row.storage->load( storage, word.emplace( *row.value ).data() );
    }
-   if ( row.value->equal( row.storage ? word.data() : storage, next.data() ) ) {
+   if ( row.value->equal( word ? word->data() : storage, next.data() ) ) {
       return;
    }
    if ( row.check ) {
       row.check( next.data() );
    }
-   if ( row.storage ) {
+   if ( word ) {
       row.storage->store( storage, next.data() );
-      row.value->swap( word.data(), next.data() );
+      row.value->swap( word->data(), next.data() );
    } else {
       row.value->swap( storage, next.data() );
    }
@@ -136,7 +137,9 @@ Corvo::String AttributeData::get( const Entity & entity ) const
 
 void AttributeData::set( Entity & entity, std::string_view text ) const
 {
-   Detail::needSettable( entity.typeData(), row_ );
+   if ( !Detail::isSettable( row_ ) ) {
+      Detail::needSettable( entity.typeData(), row_ );
+   }
    OwnedValue next = Detail::fromText( *row_.value, text );
    store( entity, row_, next );
 }

@@ -79,7 +79,9 @@ void Detail::EntityAccess::destroy( const Entity * entity ) noexcept
       next->parent_ = nullptr;
       const TypeData & type = next->typeData();
       countLive( type, false );
-      orphanChildren( *next, type );
+      if ( type.row().attributes.owns ) {
+         orphanChildren( *next, type );
+      }
       delete next;
    }
    mine.running = false;

@@ -54,15 +54,16 @@ void Out::putString( std::string_view text )
    putBytes( text.data(), text.size() );
 }
 
-void Out::putVarint( std::uint64_t v )
+void Out::putLongVarint( std::uint64_t v )
 {
    constexpr std::size_t most = 10;
    reserve( most );
-   while ( v >= 0x80 ) {
-      put( static_cast< std::uint8_t >( v | 0x80 ) );
-      v >>= 7;
+   std::byte * at = data_ + size_;
+   for ( ; v >= 0x80; v >>= 7 ) {
+      *at++ = static_cast< std::byte >( v | 0x80 );
    }
-   put( static_cast< std::uint8_t >( v ) );
+   *at++ = static_cast< std::byte >( v );
+   size_ = static_cast< std::size_t >( at - data_ );
 }
 
 void Out::patch32( std::size_t position, std::uint32_t v ) noexcept
@@ -87,7 +88,7 @@ std::string_view In::getText()
    return { reinterpret_cast< const char * >( take( size ) ), size };
 }
 
-std::uint64_t In::getVarint()
+std::uint64_t In::getLongVarint()
 {
    std::uint64_t v = 0;
    for ( unsigned shift = 0; shift < 64; shift += 7 ) {

@@ -76,7 +76,14 @@ class VOK_EXPORT Out {
 
    /// Appends a number in as few bytes as it needs: 7 bits a byte, least significant first, the
    /// high bit set on all but the last.
-   void putVarint( std::uint64_t v );
+   void putVarint( std::uint64_t v )
+   {
+      if ( v < 0x80 ) {
+         put( static_cast< std::uint8_t >( v ) );
+      } else {
+         putLongVarint( v );
+      }
+   }
 
    /// Overwrites 32 bits that were appended before, at `position` from the start.
    void patch32( std::size_t position, std::uint32_t v ) noexcept;
@@ -101,6 +108,7 @@ class VOK_EXPORT Out {
       return at;
    }
    void enlarge( std::size_t extra );
+   void putLongVarint( std::uint64_t v );
 
    std::byte * data_ = nullptr;
    std::size_t size_ = 0;
@@ -138,7 +146,11 @@ class VOK_EXPORT In {
    Corvo::String getString() { return Corvo::String( getText() ); }
 
    /// A number as putVarint writes it; a longer form than needed is refused.
-   std::uint64_t getVarint();
+   std::uint64_t getVarint()
+   {
+      const bool one = at_ != end_ && static_cast< std::uint8_t >( *at_ ) < 0x80;
+      return one ? static_cast< std::uint64_t >( *at_++ ) : getLongVarint();
+   }
 
    /// The next `size` bytes, which are passed over.
    std::span< const std::byte > getBytes( std::size_t size ) { return { take( size ), size }; }
@@ -153,6 +165,7 @@ class VOK_EXPORT In {
       at_ += size;
       return at;
    }
+   std::uint64_t getLongVarint();
    [[noreturn]] void cutShort( std::size_t wanted ) const;
 
    const std::byte * at_;

@@ -12,12 +12,9 @@
 
 namespace Vok::Detail {
 
-const void * AnyValue::as( const std::type_info & type ) const noexcept
+const void * AnyValue::asEqual( const std::type_info & type ) const noexcept
 {
-   if ( !value ) {
-      return nullptr;
-   }
-   return ops->type == &type || *ops->type == type ? value : nullptr;
+   return *ops->type == type ? value : nullptr;
 }
 
 Corvo::String AnyValue::text() const

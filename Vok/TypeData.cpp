@@ -52,12 +52,19 @@ std::span< const AttributeData > TypeData::constructorArguments() const noexcept
 
 const AttributeData * TypeData::attribute( std::string_view name ) const noexcept
 {
-   for ( const AttributeData & attribute : attributes() ) {
-      if ( attribute.name() == name ) {
-         return &attribute;
+   const Detail::AttributeTable & table = row_.attributes;
+   if ( table.count == 0 ) {
+      return nullptr;
+   }
+   for ( std::uint32_t hash = Detail::nameHash( name );; ++hash ) {
+      const std::uint16_t number = table.places[ hash & table.lastPlace ];
+      if ( number == Detail::AttributeTable::none ) {
+         return nullptr;
+      }
+      if ( table.first[ number ].name() == name ) {
+         return &table.first[ number ];
       }
    }
-   return nullptr;
 }
 
 std::vector< std::pair< std::uint32_t, std::string_view > > TypeData::enumerators() const

@@ -57,9 +57,9 @@ class VOK_EXPORT AttributeData {
    constexpr AttributeData( const Detail::AttributeRow & row ) noexcept : row_( row ) {}
 
    AttrId id() const noexcept { return row_.id; }
-   std::string_view name() const noexcept { return row_.name; }
+   constexpr std::string_view name() const noexcept { return row_.name; }
    std::string_view documentation() const noexcept { return row_.documentation; }
-   AttributeKind kind() const noexcept { return row_.kind; }
+   constexpr AttributeKind kind() const noexcept { return row_.kind; }
 
    /// Of a collection: its members stand in the order of their keys.
    bool ordered() const noexcept { return row_.ordered; }

@@ -131,7 +131,7 @@ struct Optional {
    {
       return { 7, std::nullopt };
    }
-   static void set( auto & object, std::optional< std::uint32_t > value )
+   static void set( auto & object, const std::optional< std::uint32_t > & value )
    {
       object.maybeIs( value );
    }

@@ -16,6 +16,12 @@
 
 namespace Vok::Detail {
 
+template< class Node >
+concept hasKeyInside = requires( const Node & node )
+{
+   node.key;
+};
+
 // Node is as MapNodes.h describes it; its keys are ordered by `<`.
 template< class Node > class BTree {
  public:
@@ -176,11 +182,25 @@ template< class Node > class BTree {
       bool found = false;
    };
 
+   // A key that is a number in the item itself is compared sooner than a branch is found to have
+   // been guessed wrong, as every other one is. Where a comparison reads further memory, the guess
+   // is what fetches it ahead.
+   static constexpr bool comparedAtOnce = hasKeyInside< Node > &&
+         std::is_trivially_copyable_v< Key > && sizeof( Key ) <= sizeof( std::uint64_t );
+
    // The index of the first item of a block for which `before` is false.
    template< class Before > static std::size_t partition( Leaf * block, Before before ) noexcept
    {
       Node * const items = block->items();
       std::size_t low = 0;
+      if constexpr ( comparedAtOnce ) {
+         std::size_t count = block->size;
+         for ( ; count > 1; count -= count / 2 ) {
+            const std::size_t half = count / 2;
+            low += half * static_cast< std::size_t >( before( items[ low + half - 1 ] ) );
+         }
+         return low + static_cast< std::size_t >( count == 1 && before( items[ low ] ) );
+      }
       for ( std::size_t count = block->size; count > 0; ) {
          const std::size_t half = count / 2;
          if ( before( items[ low + half ] ) ) {
@@ -231,21 +251,6 @@ template< class Node > class BTree {
       return { block, 0, block->size > 0 };
    }
 
-   // The item after that of a spot; without a block where there is none.
-   static Spot next( Spot spot ) noexcept
-   {
-      if ( spot.block->hasChildren ) {
-         return first( inner( spot.block )->children[ spot.index + 1 ] );
-      }
-      ++spot.index;
-      while ( spot.block != nullptr && spot.index == spot.block->size ) {
-         Leaf * const parent = spot.block->parent;
-         spot.index = parent != nullptr ? indexIn( inner( parent ), spot.block ) : 0;
-         spot.block = parent;
-      }
-      return spot;
-   }
-
    static std::size_t indexIn( Inner * parent, const Leaf * child ) noexcept
    {
       return static_cast< std::size_t >(
@@ -287,10 +292,12 @@ template< class Node > class BTree< Node >::Cursor {
    {
       if ( map.size() > 0 ) {
          attach( map.tree_ );
-         spot_ = first( tree_->root );
+         standOn( first( tree_->root ) );
       }
    }
-   Cursor( const Cursor & other ) noexcept : spot_( other.spot_ ),
+   Cursor( const Cursor & other ) noexcept : block_( other.block_ ),
+                                             item_( other.item_ ),
+                                             last_( other.last_ ),
                                              key_( other.key_ )
    {
       attach( other.tree_ );
@@ -299,7 +306,9 @@ template< class Node > class BTree< Node >::Cursor {
    {
       if ( this != &other ) {
          detach();
-         spot_ = other.spot_;
+         block_ = other.block_;
+         item_ = other.item_;
+         last_ = other.last_;
          key_.reset();
          if ( other.key_ ) {
             key_.emplace( *other.key_ );
@@ -310,32 +319,16 @@ template< class Node > class BTree< Node >::Cursor {
    }
    ~Cursor() { detach(); }
 
-   const Node * node() const noexcept
-   {
-      if ( tree_ == nullptr || !key_ ) {
-         return tree_ != nullptr ? spot_.block->items() + spot_.index : nullptr;
-      }
-      BTree map;
-      map.tree_ = tree_; // lent for one lookup
-      const Node * const node = map.find( *key_ );
-      map.tree_ = nullptr;
-      return node;
-   }
-   const Node & operator*() const noexcept
-   {
-      return key_ ? *node() : spot_.block->items()[ spot_.index ];
-   }
+   const Node * node() const noexcept { return key_ ? found() : item_; }
+   const Node & operator*() const noexcept { return item_ != nullptr ? *item_ : *found(); }
    bool atEnd() const noexcept { return tree_ == nullptr; }
 
    void next() noexcept
    {
-      if ( tree_ == nullptr ) {
-         return;
-      }
-      spot_ = key_ ? firstAfter( tree_, *key_ ) : BTree::next( spot_ );
-      key_.reset();
-      if ( spot_.block == nullptr ) {
-         detach();
+      if ( item_ != last_ ) [[likely]] {
+         ++item_;
+      } else if ( tree_ != nullptr ) {
+         goOn();
       }
    }
 
@@ -354,6 +347,55 @@ template< class Node > class BTree< Node >::Cursor {
       }
    }
 
+   void standOn( Spot spot ) noexcept
+   {
+      block_ = spot.block;
+      item_ = spot.block->items() + spot.index;
+      last_ = spot.block->hasChildren ? item_ : spot.block->items() + spot.block->size - 1;
+   }
+
+   // What stands under the key.
+   [[gnu::noinline]] const Node * found() const noexcept
+   {
+      BTree map;
+      map.tree_ = tree_; // lent for one lookup
+      const Node * const node = map.find( *key_ );
+      map.tree_ = nullptr;
+      return node;
+   }
+
+   // The way on from the last item of a leaf, from one that has children, or by the key.
+   [[gnu::noinline]] void goOn() noexcept
+   {
+      const Spot spot = key_ ? firstAfter( tree_, *key_ ) : after();
+      key_.reset();
+      if ( spot.block != nullptr ) {
+         standOn( spot );
+      } else {
+         detach();
+      }
+   }
+
+   // The item after the last one of a leaf, or after one that has children.
+   Spot after() noexcept
+   {
+      if ( block_->hasChildren ) {
+         place_ = static_cast< std::size_t >( item_ - block_->items() ) + 1;
+         return first( inner( block_ )->children[ place_ ] );
+      }
+      Spot spot{ block_, block_->size };
+      while ( spot.block != nullptr && spot.index == spot.block->size ) {
+         Inner * const parent = inner( spot.block->parent );
+         if ( parent != nullptr ) {
+            const bool there =
+                  place_ <= parent->size && parent->children[ place_ ] == spot.block;
+            spot.index = there ? place_ : indexIn( parent, spot.block );
+         }
+         spot.block = parent;
+      }
+      return spot;
+   }
+
    // Leaves the map; from now on the cursor is at the end.
    void detach() noexcept
    {
@@ -363,6 +405,7 @@ template< class Node > class BTree< Node >::Cursor {
             next_->previous_ = previous_;
          }
          key_.reset();
+         item_ = last_ = nullptr;
       }
    }
 
@@ -370,12 +413,18 @@ template< class Node > class BTree< Node >::Cursor {
    void rememberKey() noexcept
    {
       if ( !key_ ) {
-         key_.emplace( spot_.block->items()[ spot_.index ].fwkKey() );
+         key_.emplace( item_->fwkKey() );
+         item_ = last_ = nullptr;
       }
    }
 
+   // The item on which the cursor stands, and the last one to which it gets by going to the next in
+   // memory; both are null at the end, and where the map has changed and there is a key.
+   Leaf * block_ = nullptr;
+   Node * item_ = nullptr;
+   Node * last_ = nullptr;
+   std::size_t place_ = 0; // a guess which child of its parent a leaf is, mostly right
    Tree * tree_ = nullptr; // null at the end
-   Spot spot_; // valid while there is no key
    std::optional< Key > key_;
    Cursor * next_ = nullptr;
    Cursor * previous_ = nullptr;

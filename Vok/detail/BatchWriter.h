@@ -85,7 +85,6 @@ class BatchWriter {
    void writeQueue();
    void writeNode( Node & node );
    void writeChangesOf( Node & node );
-   bool writeInitial( const Entity & entity, const WrittenRow & written );
    void writeValue( const Entity & entity, const WrittenRow & written );
    void writeMembers( Node & node, const WrittenRow & written );
    void writeChangedMembers( Node & node, const WrittenRow & written );
@@ -135,7 +134,11 @@ class BatchWriter {
    std::uint64_t nextNumber_ = 0;
    std::vector< std::uint64_t > freeNumbers_;
 
-   std::vector< std::unique_ptr< WrittenType > > types_;
+   struct NumberedType {
+      const TypeData * type;
+      std::unique_ptr< WrittenType > written;
+   };
+   std::vector< NumberedType > types_;
    std::size_t described_ = 0; // types that the readers know
 
    NboAttrLog::Out body_;

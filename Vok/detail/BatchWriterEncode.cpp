@@ -24,6 +24,21 @@ void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kin
    out.putVarint( number * 4 + static_cast< unsigned >( kind ) );
 }
 
+// Whether a plain or optional attribute is at its default.
+bool isInitial( const WrittenRow & written, const void * storage )
+{
+   const AttributeRow & row = *written.row;
+   if ( !written.initial ) {
+      return false;
+   }
+   if ( !row.storage ) {
+      return row.value->equal( storage, written.initial->data() );
+   }
+   OwnedValue value( *row.value );
+   row.storage->load( storage, value.data() );
+   return row.value->equal( value.data(), written.initial->data() );
+}
+
 // Behind the value of a fixed size stands the next; any other is preceded by its length.
 void putSized(
       NboAttrLog::Out & out, NboAttrLog::Out & scratch, const ValueOps & ops, const void * value )
@@ -70,7 +85,7 @@ void BatchWriter::write( NboAttrLog::Out & out )
    belonging_.clear();
    whole_ = false;
    for ( ; described_ != types_.size(); ++described_ ) {
-      types_[ described_ ]->describedAt = written_;
+      types_[ described_ ].written->describedAt = written_;
    }
    sweepLoose();
 }
@@ -121,53 +136,32 @@ void BatchWriter::writeNode( Node & node )
    const bool outside = node.outside;
    putHead( body_, node.number, outside ? Batch::RecordKind::outside : Batch::RecordKind::whole );
    const std::uint64_t index = typeIndex( entity.typeData() );
+   const WrittenType & type = *types_[ index ].written;
    body_.putVarint( index );
    if ( outside ) {
       body_.putVarint( node.birth );
       writeArguments( entity );
    }
    bool any = outside || &entity == root_.get();
-   for ( std::size_t i = 0; i != types_[ index ]->rows.size(); ++i ) {
-      const WrittenRow & written = types_[ index ]->rows[ i ];
-      const std::size_t before = body_.size();
-      body_.putVarint( i + 1 );
-      if ( written.row->collection ) {
-         writeMembers( node, written );
-      } else if ( !writeInitial( entity, written ) ) {
-         body_.truncate( before );
-         continue;
-      }
-      if ( written.row->collection &&
-            written.row->collection->size( storageOf( entity, *written.row ) ) == 0 ) {
-         body_.truncate( before );
+   for ( const WrittenRow & written : type.rows ) {
+      const CollectionOps * const collection = written.row->collection;
+      const void * const storage = storageOf( entity, *written.row );
+      if ( collection ? collection->size( storage ) == 0 : isInitial( written, storage ) ) {
          continue;
       }
       any = true;
+      body_.putVarint( type.numberOf( written ) );
+      if ( collection ) {
+         writeMembers( node, written );
+      } else {
+         writeValue( entity, written );
+      }
    }
    if ( any ) {
       body_.putVarint( 0 );
    } else {
       body_.truncate( start ); // all at their defaults: no record needed
    }
-}
-
-// Writes a plain or optional attribute unless it is at its default.
-bool BatchWriter::writeInitial( const Entity & entity, const WrittenRow & written )
-{
-   const AttributeRow & row = *written.row;
-   const void * const storage = storageOf( entity, row );
-   if ( written.initial && !row.storage && row.value->equal( storage, written.initial->data() ) ) {
-      return false;
-   }
-   if ( written.initial && row.storage ) {
-      OwnedValue value( *row.value );
-      row.storage->load( storage, value.data() );
-      if ( row.value->equal( value.data(), written.initial->data() ) ) {
-         return false;
-      }
-   }
-   writeValue( entity, written );
-   return true;
 }
 
 void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written )
@@ -275,7 +269,7 @@ void BatchWriter::writeChildHead( const Node & node )
 void BatchWriter::writeArguments( const Entity & entity )
 {
    arguments_.clear();
-   for ( const AttributeRow * row : types_[ typeIndex( entity.typeData() ) ]->arguments ) {
+   for ( const AttributeRow * row : types_[ typeIndex( entity.typeData() ) ].written->arguments ) {
       if ( row->reference ) {
          const Entity * const target = referred( entity, *row );
          arguments_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
@@ -315,11 +309,11 @@ void BatchWriter::writeChangesOf( Node & node )
    }
    putHead( body_, node.number, node.left ? Batch::RecordKind::left : Batch::RecordKind::change );
    const std::uint64_t index = typeIndex( entity.typeData() );
+   const WrittenType & type = *types_[ index ].written;
    body_.putVarint( index );
-   for ( std::size_t i = 0; i != types_[ index ]->rows.size(); ++i ) {
-      const WrittenRow & written = types_[ index ]->rows[ i ];
+   for ( const WrittenRow & written : type.rows ) {
       if ( node.changed( written.index ) ) {
-         body_.putVarint( i + 1 );
+         body_.putVarint( type.numberOf( written ) );
          if ( written.row->collection ) {
             writeChangedMembers( node, written );
          } else {
@@ -375,11 +369,11 @@ bool BatchWriter::writeChangedMember( Node & node, const AttributeRow & row, con
 std::uint64_t BatchWriter::typeIndex( const TypeData & type )
 {
    for ( std::size_t i = 0; i != types_.size(); ++i ) {
-      if ( types_[ i ]->type == &type ) {
+      if ( types_[ i ].type == &type ) {
          return i;
       }
    }
-   types_.push_back( std::make_unique< WrittenType >( type ) );
+   types_.push_back( { &type, std::make_unique< WrittenType >( type ) } );
    return types_.size() - 1;
 }
 
@@ -388,7 +382,7 @@ void BatchWriter::describeTypes( NboAttrLog::Out & out, std::size_t described )
    // Describing a type may number further ones: those of its children.
    NboAttrLog::Out descriptions;
    for ( std::size_t i = described; i != types_.size(); ++i ) {
-      types_[ i ]->describe(
+      types_[ i ].written->describe(
             descriptions, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
    }
    out.putVarint( types_.size() - described );

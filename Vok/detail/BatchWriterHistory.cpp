@@ -191,10 +191,10 @@ void BatchWriter::writeMissedOf(
    const Batch::RecordKind kind =
          node.leftAt > since ? Batch::RecordKind::left : Batch::RecordKind::change;
    body_.putVarint( node.number * 4 + static_cast< unsigned >( kind ) );
-   const std::uint64_t type = typeIndex( node.entity->typeData() );
-   body_.putVarint( type );
-   for ( std::size_t i = 0; i != types_[ type ]->rows.size(); ++i ) {
-      const WrittenRow & written = types_[ type ]->rows[ i ];
+   const std::uint64_t index = typeIndex( node.entity->typeData() );
+   const WrittenType & type = *types_[ index ].written;
+   body_.putVarint( index );
+   for ( const WrittenRow & written : type.rows ) {
       std::size_t count = 0;
       while ( count != items.size() && items[ count ]->index == written.index ) {
          ++count;
@@ -202,7 +202,7 @@ void BatchWriter::writeMissedOf(
       if ( count == 0 ) {
          continue;
       }
-      body_.putVarint( i + 1 );
+      body_.putVarint( type.numberOf( written ) );
       if ( !written.row->collection ) {
          writeValue( *node.entity, written );
       } else {
@@ -272,7 +272,7 @@ bool BatchWriter::keeps( const AttributeRow & row, const void * value ) const
 std::size_t BatchWriter::typesBefore( std::uint64_t since ) const noexcept
 {
    const auto last = std::find_if( types_.begin(), types_.end(),
-         [ & ]( const auto & type ) { return type->describedAt > since; } );
+         [ & ]( const auto & type ) { return type.written->describedAt > since; } );
    return static_cast< std::size_t >( last - types_.begin() );
 }
 

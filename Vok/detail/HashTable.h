@@ -7,9 +7,9 @@
 #include "Vok/detail/Relocate.h"
 #include "Vok/detail/TableBlock.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <new>
 #include <optional>
 #include <type_traits>
@@ -214,7 +214,9 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
    {
       const auto * const first =
             reinterpret_cast< const std::byte * >( nodeAt( *table_, group, 0 ) );
-      for ( std::size_t i = 0; i < MarkGroup::slots * sizeof( Node ) / 2 && i < 4 * 64; i += 64 ) {
+      constexpr std::size_t bytes =
+            std::min( MarkGroup::slots * sizeof( Node ) / 2, 4 * lineBytes );
+      for ( std::size_t i = 0; i < bytes; i += lineBytes ) {
          __builtin_prefetch( first + i );
       }
    }

@@ -79,7 +79,7 @@ template< class Node, class Marks > inline void HashTable< Node, Marks >::remove
    Marks::set( table.groups()[ group ], slot, 0 );
    --table.size;
    if ( table.cursors != nullptr ) [[unlikely]] {
-      cursorsAfterRemoval( table, slotNumber( group, slot ) );
+      cursorsAfterRemoval( table, node );
    }
 }
 

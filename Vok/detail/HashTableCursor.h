@@ -22,32 +22,27 @@ template< class Node, class Marks > class HashTable< Node, Marks >::Cursor : pri
    // Null at the end, and where the node that the cursor stood on has been deleted.
    const Node * node() const noexcept
    {
-      if ( !standing ) {
-         return nullptr;
+      if ( byKey && tried_ > 0 ) [[unlikely]] {
+         return found( tried_ - 1 );
       }
-      return byKey ? found( bound - 1 ) : nodeOf( bound - 1 );
+      return static_cast< const Node * >( at );
    }
 
    // The node that the cursor stands on.
    const Node & operator*() const noexcept
    {
-      return byKey ? *found( bound - 1 ) : *nodeOf( bound - 1 );
+      return byKey ? *found( tried_ - 1 ) : *static_cast< const Node * >( at );
    }
 
    bool atEnd() const noexcept { return table == nullptr; }
 
    void next() noexcept
    {
-      if ( byKey ) {
-         nextKey();
-      } else if ( table != nullptr ) {
-         if ( ahead.any() || findAhead() ) {
-            bound = slotNumber( group, ahead.first() ) + 1;
-            ahead.dropFirst();
-            standing = true;
-         } else {
-            detach();
-         }
+      if ( ahead.any() || findAhead() ) {
+         const std::size_t slot = ahead.first();
+         ahead.dropFirst();
+         seen = slot + 1;
+         at = groupNodes_ + slot;
       }
    }
 
@@ -61,14 +56,16 @@ template< class Node, class Marks > class HashTable< Node, Marks >::Cursor : pri
       auto keys = std::make_shared< std::vector< Key > >();
       keys->reserve( table->size );
       Cursor rest( *this );
-      if ( standing ) {
-         keys->push_back( nodeOf( bound - 1 )->fwkKey() );
+      if ( const Node * const standing = node() ) {
+         keys->push_back( standing->fwkKey() );
       }
+      tried_ = keys->size();
       for ( rest.next(); !rest.atEnd(); rest.next() ) {
          keys->push_back( ( *rest ).fwkKey() );
       }
       keys_ = std::move( keys );
-      bound = standing ? 1 : 0;
+      at = nullptr;
+      ahead = {};
       byKey = true;
    }
 
@@ -81,11 +78,6 @@ template< class Node, class Marks > class HashTable< Node, Marks >::Cursor : pri
    }
 
  private:
-   const Node * nodeOf( std::size_t slot ) const noexcept
-   {
-      return nodeAt( *table, slot / slotsCounted, slot % slotsCounted );
-   }
-
    const Node * found( std::size_t index ) const noexcept
    {
       HashTable map;
@@ -95,32 +87,40 @@ template< class Node, class Marks > class HashTable< Node, Marks >::Cursor : pri
       return node;
    }
 
-   // Whether there is a node from `bound` on; the first of them are ahead then.
+   // The way on where no slot is known to be ahead. Says whether one is now; else the cursor has
+   // gone to its next key, or is at the end.
    bool findAhead() noexcept
    {
-      group = bound / slotsCounted;
-      if ( group <= table->last ) {
-         ahead = marksAt( *table, group ).empty().others().from( bound % slotsCounted );
+      if ( table == nullptr || byKey ) {
+         nextKey();
+         return false;
       }
+      ahead = marksAt( *table, group ).empty().others().from( seen );
       while ( !ahead.any() && group < table->last ) {
          ahead = marksAt( *table, ++group ).empty().others();
       }
-      return ahead.any();
+      if ( !ahead.any() ) {
+         detach();
+         return false;
+      }
+      groupNodes_ = nodeAt( *table, group, 0 );
+      return true;
    }
 
    void nextKey() noexcept
    {
-      standing = false;
-      while ( table != nullptr && !standing ) {
-         if ( bound == keys_->size() ) {
+      for ( bool standing = false; table != nullptr && !standing; ) {
+         if ( tried_ == keys_->size() ) {
             detach();
          } else {
-            standing = found( bound ) != nullptr;
-            ++bound;
+            standing = found( tried_ ) != nullptr;
+            ++tried_;
          }
       }
    }
 
+   Node * groupNodes_ = nullptr; // of the group, where slots are ahead
+   std::size_t tried_ = 0; // keys that were looked for; the cursor stands on the last of them
    std::shared_ptr< const std::vector< Key > > keys_;
 };
 

@@ -141,7 +141,7 @@ void valueFromFields( const TypeData & type, TextList args, OwnedValue & value )
 
 void needSettable( const TypeData & type, const AttributeRow & row )
 {
-   if ( !row.settable || row.collection || row.kind == AttributeKind::constant ) {
+   if ( !isSettable( row ) ) {
       throw std::invalid_argument( std::string( type.name() ) + "::" + std::string( row.name ) +
             " cannot be set" );
    }

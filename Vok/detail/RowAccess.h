@@ -24,7 +24,13 @@ void setField( void * object, const AttributeRow & row, std::string_view text );
 /// Fills the fields of a default value from texts, in constructor order.
 void valueFromFields( const TypeData & type, TextList args, OwnedValue & value );
 
-/// Throws std::invalid_argument where the attribute has no mutator, or is no map or set.
+/// Whether the attribute has a mutator that takes its value.
+inline bool isSettable( const AttributeRow & row ) noexcept
+{
+   return row.settable && !row.collection && row.kind != AttributeKind::constant;
+}
+
+/// Throws std::invalid_argument where the attribute is not settable, or is no map or set.
 void needSettable( const TypeData & type, const AttributeRow & row );
 void needCollection( const AttributeRow & row );
 

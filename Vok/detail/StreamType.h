@@ -50,6 +50,12 @@ struct WrittenType {
    std::vector< WrittenRow > rows;
    std::uint64_t describedAt = 0; ///< the batch that described it
 
+   /// Under which number an attribute stands in records of this type: 0 ends one.
+   std::uint64_t numberOf( const WrittenRow & row ) const noexcept
+   {
+      return static_cast< std::uint64_t >( &row - rows.data() ) + 1;
+   }
+
    /// Describes the type. `typeIndex` gives the number of a type in the stream.
    void describe( NboAttrLog::Out & out,
          const std::function< std::uint64_t( const TypeData & ) > & typeIndex ) const;

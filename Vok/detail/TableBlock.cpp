@@ -15,7 +15,6 @@ namespace {
 // A single group has no more slots than its block is to serve for.
 constexpr std::size_t smallRooms[] = { 4, MarkGroup::slots };
 constexpr std::size_t largest = std::numeric_limits< std::ptrdiff_t >::max();
-constexpr std::size_t lineBytes = 64;
 
 // Seven eighths of the slots of so many groups.
 constexpr std::size_t roomOf( std::size_t groups ) noexcept
@@ -66,8 +65,9 @@ TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nod
 void freeTable( TableHeader * table ) noexcept { ::operator delete( table ); }
 
 TableCursor::TableCursor( const TableCursor & other ) noexcept
-      : bound( other.bound ),
-        standing( other.standing ),
+      : at( other.at ),
+        group( other.group ),
+        seen( other.seen ),
         byKey( other.byKey )
 {
    attach( other.table );
@@ -77,9 +77,10 @@ TableCursor & TableCursor::operator=( const TableCursor & other ) noexcept
 {
    if ( this != &other ) {
       detach();
-      bound = other.bound;
+      at = other.at;
+      group = other.group;
+      seen = other.seen;
       ahead = {};
-      standing = other.standing;
       byKey = other.byKey;
       attach( other.table );
    }
@@ -111,7 +112,8 @@ void TableCursor::unlink() noexcept
       next->previous_ = previous_;
    }
    table = nullptr;
-   standing = false;
+   at = nullptr;
+   ahead = {};
 }
 
 void cursorsAfterInsertion( const TableHeader & table ) noexcept
@@ -121,12 +123,12 @@ void cursorsAfterInsertion( const TableHeader & table ) noexcept
    }
 }
 
-void cursorsAfterRemoval( const TableHeader & table, std::size_t slot ) noexcept
+void cursorsAfterRemoval( const TableHeader & table, const void * node ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
       cursor->ahead = {};
-      if ( !cursor->byKey && cursor->bound == slot + 1 ) {
-         cursor->standing = false;
+      if ( cursor->at == node ) {
+         cursor->at = nullptr;
       }
    }
 }

@@ -37,6 +37,9 @@ constexpr std::size_t slotNumber( std::size_t group, std::size_t slot ) noexcept
    return group * slotsCounted + slot;
 }
 
+// What the processor moves between memory and its caches at once.
+inline constexpr std::size_t lineBytes = 64;
+
 // How large a block is.
 struct TableShape {
    std::size_t groups; // 2^n
@@ -56,10 +59,11 @@ VOK_EXPORT void freeTable( TableHeader * table ) noexcept;
 
 // Where an iteration stands in a table, and its place in the table's list of cursors.
 //
-// All nodes below slot `bound` have been seen; where `standing` is set, the cursor stands on the
-// one just below it. `ahead` are those of the group `group` that the cursor comes to next, so that
-// a step does not look at the marks; empty where it has to. Where `byKey` is set, positions have
-// lost their meaning: then `bound` counts in the cursor's list of keys. `table` is null at the end.
+// The nodes of all groups before `group` have been seen, and those of its first `seen` slots. `at`
+// is the last of them, on which the cursor stands, or null where that has been deleted. `ahead` are
+// the slots of the group that the cursor comes to next, so that a step does not look at the marks;
+// empty where it has to. Where `byKey` is set, positions have lost their meaning, and `at` is
+// null: the cursor goes on by its list of keys. `table` is null at the end.
 class VOK_EXPORT TableCursor {
  public:
    TableCursor() noexcept = default;
@@ -78,10 +82,10 @@ class VOK_EXPORT TableCursor {
    }
 
    TableHeader * table = nullptr;
-   std::size_t bound = 0;
+   void * at = nullptr;
    std::size_t group = 0;
+   std::size_t seen = 0;
    SlotSet ahead;
-   bool standing = false;
    bool byKey = false;
    TableCursor * next = nullptr;
 
@@ -93,9 +97,9 @@ class VOK_EXPORT TableCursor {
 
 // What a change of the table means for the cursors on it.
 //
-// A node has come, and the node of a slot has gone.
+// A node has come, and a node has gone.
 VOK_EXPORT void cursorsAfterInsertion( const TableHeader & table ) noexcept;
-VOK_EXPORT void cursorsAfterRemoval( const TableHeader & table, std::size_t slot ) noexcept;
+VOK_EXPORT void cursorsAfterRemoval( const TableHeader & table, const void * node ) noexcept;
 // The block has given way to another one.
 VOK_EXPORT void moveCursors( TableHeader & from, TableHeader & to ) noexcept;
 // The nodes have gone altogether.

@@ -8,9 +8,13 @@
 #include "Vok/String.h"
 #include "Vok/detail/ValueOps.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -79,6 +83,59 @@ template< class T > struct Rows {
    const T * end() const noexcept { return first + count; }
 };
 
+/// A number of an attribute's name, for tables of names. Five characters and the length tell the
+/// names of one type apart nearly always; they are read at once, whatever the length.
+constexpr std::uint32_t nameHash( std::string_view name ) noexcept
+{
+   const std::size_t size = name.size();
+   const auto at = [ name ]( std::size_t i ) { return static_cast< std::uint8_t >( name[ i ] ); };
+   if ( size == 0 ) {
+      return 0;
+   }
+   const std::uint32_t sum = static_cast< std::uint32_t >( size ) * 0x9e3779b1U +
+         at( 0 ) * 0x85ebca77U + at( size / 4 ) * 0xc2b2ae3dU + at( size / 2 ) * 0x27d4eb2fU +
+         at( size / 4 * 3 ) * 0x165667b1U + at( size - 1 ) * 0xd3a2646dU;
+   return sum >> 16;
+}
+
+/// The rows of a type's attributes, and what is known of them when they are compiled: which row has
+/// which name, and whether one is of children. The names are a hash table of 2^n places, each of
+/// which has the number of a row or `none`; what finds its place taken stands in the next free one.
+struct AttributeTable : Rows< AttributeData > {
+   static constexpr std::uint16_t none = 65535;
+
+   const std::uint16_t * places = nullptr;
+   std::uint32_t lastPlace = 0;
+   bool owns = false;
+};
+
+template< class T, std::size_t count > constexpr auto placesOfNames( const T ( &rows )[ count ] )
+{
+   static_assert( count < AttributeTable::none );
+   std::array< std::uint16_t, std::bit_ceil( 2 * count ) > places{};
+   places.fill( AttributeTable::none );
+   for ( std::size_t i = 0; i != count; ++i ) {
+      std::size_t place = nameHash( rows[ i ].name() ) % places.size();
+      while ( places[ place ] != AttributeTable::none ) {
+         place = ( place + 1 ) % places.size();
+      }
+      places[ place ] = static_cast< std::uint16_t >( i );
+   }
+   return places;
+}
+
+template< const auto & rows > inline constexpr auto placesIn = placesOfNames( rows );
+
+/// The table of `rows`, which is an array of static rows.
+template< const auto & rows > constexpr AttributeTable tableOf() noexcept
+{
+   const bool owns = std::any_of( std::begin( rows ), std::end( rows ), []( const auto & row ) {
+      return row.kind() == AttributeKind::children || row.kind() == AttributeKind::child;
+   } );
+   return { Rows< AttributeData >( rows ), placesIn< rows >.data(),
+      static_cast< std::uint32_t >( placesIn< rows >.size() - 1 ), owns };
+}
+
 /// How an optional that is stored in one word is read and written as an `Optional< V >`.
 struct StorageOps {
    void ( *load )( const void * storage, void * into );
@@ -131,7 +188,7 @@ struct TypeRow {
    std::string_view documentation = {};
    TypeKind kind = TypeKind::value;
    const Corvo::ModuleInspectData & ( *module )() noexcept = nullptr;
-   Rows< AttributeData > attributes = {};
+   AttributeTable attributes = {};
    Rows< Enumerator > enumerators = {};
    std::uint32_t argumentCount = 0; ///< how many leading attributes the constructor takes
    IdentityKind identity = IdentityKind::none;

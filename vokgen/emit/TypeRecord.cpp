@@ -109,7 +109,7 @@ std::string recordFields( const RecordType & type, bool hasRows )
    fields.text( "documentation", type.documentation );
    fields.code( "kind", "Vok::TypeKind::" + kind );
    fields.code( "module", "&" + moduleFunction( *type.module ) );
-   fields.code( "attributes", hasRows ? "attributes" : "" );
+   fields.code( "attributes", hasRows ? "Vok::Detail::tableOf< attributes >()" : "" );
    if ( entity ) {
       describeEntity( *entity, fields );
    } else if ( value ) {

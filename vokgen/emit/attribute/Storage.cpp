@@ -44,8 +44,7 @@ std::string mutatorType( const Attribute & attribute )
 {
    const Scope scope( *attribute.owner );
    if ( isOptional( attribute ) ) {
-      const std::string type = optionalType( attribute );
-      return attribute.type.scalar() ? type : "const " + type + " &";
+      return "const " + optionalType( attribute ) + " &";
    }
    return scope.given( attribute.type );
 }

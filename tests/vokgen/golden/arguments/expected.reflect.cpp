@@ -45,7 +45,7 @@ struct Test::Label::VokTable {
          .documentation = "A name.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Label >,
    } };
 };
@@ -69,7 +69,7 @@ struct Test::Number::VokTable {
          .documentation = "An identity whose text is computed.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Number >,
    } };
 };
@@ -107,7 +107,7 @@ struct Test::Host::VokTable {
          .documentation = "An identity that is a text.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::argument,
          .make = &Vok::Detail::makeEntity< Test::Host, Corvo::String >,
@@ -148,7 +148,7 @@ struct Test::Slot::VokTable {
          .documentation = "An identity that is a value with a text.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 2,
          .identity = Vok::IdentityKind::argument,
          .make = &Vok::Detail::makeEntity< Test::Slot, Test::Label, std::uint16_t >,
@@ -179,7 +179,7 @@ struct Test::Line::VokTable {
          .documentation = "An identity that is a number.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::argument,
          .make = &Vok::Detail::makeEntity< Test::Line, Test::Number >,
@@ -224,7 +224,7 @@ struct Test::Group::VokTable {
          .documentation = "A name, a constant argument, no factory.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 2,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Group, Corvo::String, std::uint32_t >,
@@ -262,7 +262,7 @@ struct Test::Binding::VokTable {
          .documentation = "No identity, a reference.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 2,
          .make =
                &Vok::Detail::makeEntity<

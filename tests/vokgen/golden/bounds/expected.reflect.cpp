@@ -41,7 +41,7 @@ struct Test::Level::VokTable {
          .documentation = "Checked always.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Level >,
    } };
 };
@@ -68,7 +68,7 @@ struct Test::Rate::VokTable {
          .documentation = "Only the lower bound can be violated.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Rate >,
    } };
 };
@@ -93,7 +93,7 @@ struct Test::TemplateId::VokTable {
          .documentation = "Built from a wider number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::TemplateId >,
    } };
 };
@@ -119,7 +119,7 @@ struct Test::Weight::VokTable {
          .documentation = "Built from a wider number, and set from one.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Weight >,
    } };
 };
@@ -145,7 +145,7 @@ struct Test::Timeout::VokTable {
          .documentation = "Checked by validate() only.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Timeout >,
    } };
 };
@@ -171,7 +171,7 @@ struct Test::Size::VokTable {
          .documentation = "Never checked.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Size >,
    } };
 };
@@ -228,7 +228,7 @@ struct Test::Interval::VokTable {
          .documentation = "Two fields, each with a message of its own.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Interval >,
    } };
 };
@@ -290,7 +290,7 @@ struct Test::Root::VokTable {
          .documentation = "Bounds in mutators.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Root, Corvo::String >,

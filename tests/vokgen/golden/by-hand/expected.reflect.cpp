@@ -31,7 +31,7 @@ struct Test::Address::VokTable {
          .documentation = "An address.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Address >,
    } };
 };
@@ -66,7 +66,7 @@ struct Test::Range::VokTable {
          .documentation = "Its fields have to fit together, so that it is not made from them.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Range >,
    } };
 };
@@ -110,7 +110,7 @@ struct Test::Host::VokTable {
          .documentation = "Holds both.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Host, Corvo::String >,

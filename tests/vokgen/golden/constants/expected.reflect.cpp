@@ -49,7 +49,7 @@ struct Test::Level::VokTable {
          .documentation = "A bounded number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Level >,
    } };
 };
@@ -162,7 +162,7 @@ struct Test::Limits::VokTable {
          .documentation = "What holds everywhere.",
          .kind = Vok::TypeKind::constants,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
    } };
 };
 

@@ -95,7 +95,7 @@ struct Test::Texts::VokTable {
          .documentation = "- Not a list; *not* _emphasis_, [not](a link) &amp;",
          .kind = Vok::TypeKind::constants,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
    } };
 };
 

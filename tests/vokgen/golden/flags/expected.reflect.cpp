@@ -56,7 +56,7 @@ struct Test::Flags::VokTable {
          .documentation = "Bits of one word.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Flags >,
    } };
 };
@@ -91,7 +91,7 @@ struct Test::Fixed::VokTable {
          .documentation = "Cannot be changed.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Fixed >,
    } };
 };

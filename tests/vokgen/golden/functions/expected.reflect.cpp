@@ -56,7 +56,7 @@ struct Test::Root::VokTable {
          .documentation = "Functions of every kind.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Root, Corvo::String >,

@@ -81,7 +81,7 @@ struct FlowTracking::IntervalAroundCongestion::VokTable {
          .documentation = "Long names of fields.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< FlowTracking::IntervalAroundCongestion >,
    } };
 };
@@ -124,7 +124,7 @@ struct FlowTracking::ExporterStatus::VokTable {
          .documentation = "Arguments of long types.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 3,
          .identity = Vok::IdentityKind::argument,
          .make =
@@ -203,7 +203,7 @@ struct FlowTracking::HardwareConfiguration::VokTable {
          .documentation = "Collections of long types.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< FlowTracking::HardwareConfiguration, Corvo::String >,

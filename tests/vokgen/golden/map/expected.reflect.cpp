@@ -33,7 +33,7 @@ struct Test::Pair::VokTable {
          .documentation = "A value.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Pair >,
    } };
 };
@@ -139,7 +139,7 @@ struct Test::Root::VokTable {
          .documentation = "Maps.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Root, Corvo::String >,

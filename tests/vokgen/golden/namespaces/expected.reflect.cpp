@@ -43,7 +43,7 @@ struct Hw::Status::VokTable {
          .documentation = "Refers to a type of the next namespace.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Hw::Status, Corvo::String >,
@@ -96,7 +96,7 @@ struct Sw::Level::VokTable {
          .documentation = "How much.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Sw::Level >,
    } };
 };
@@ -119,7 +119,7 @@ struct Sw::Status::VokTable {
          .documentation = "Of the same name.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Sw::Status, Corvo::String >,
@@ -183,7 +183,7 @@ struct Hw::Deep::Pair::VokTable {
          .documentation = "Both reasons.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Hw::Deep::Pair >,
    } };
 };

@@ -100,7 +100,7 @@ struct Test::Mode::VokTable {
          .documentation = "Uses its own Kind, another type's, and the outer one.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Mode >,
    } };
 };

@@ -102,11 +102,11 @@ class VOK_EXPORT Root : public Vok::Entity {
 
    /// a number
    Vok::Optional< std::uint32_t > maybeInt() const;
-   void maybeIntIs( Vok::Optional< std::uint32_t > v );
+   void maybeIntIs( const Vok::Optional< std::uint32_t > & v );
 
    /// one byte
    Vok::Optional< bool > maybeBit() const;
-   void maybeBitIs( Vok::Optional< bool > v );
+   void maybeBitIs( const Vok::Optional< bool > & v );
 
    /// one word. 0 is stored, and given, as no value.
    Vok::Optional< Size > maybeWord() const;
@@ -145,13 +145,13 @@ inline void Root::maybeIs( const Vok::Optional< Size > & v )
 }
 
 inline Vok::Optional< std::uint32_t > Root::maybeInt() const { return maybeInt_; }
-inline void Root::maybeIntIs( Vok::Optional< std::uint32_t > v )
+inline void Root::maybeIntIs( const Vok::Optional< std::uint32_t > & v )
 {
    Vok::Attribute::plainIs( *this, maybeIntAttrId, maybeInt_, v );
 }
 
 inline Vok::Optional< bool > Root::maybeBit() const { return maybeBit_; }
-inline void Root::maybeBitIs( Vok::Optional< bool > v )
+inline void Root::maybeBitIs( const Vok::Optional< bool > & v )
 {
    Vok::Attribute::plainIs( *this, maybeBitAttrId, maybeBit_, v );
 }

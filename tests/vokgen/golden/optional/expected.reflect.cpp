@@ -22,7 +22,7 @@ struct Test::Size::VokTable {
          .documentation = "A number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Size >,
    } };
 };
@@ -86,7 +86,7 @@ struct Test::Root::VokTable {
          .documentation = "Optionals.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Root, Corvo::String >,

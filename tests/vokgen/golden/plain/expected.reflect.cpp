@@ -46,7 +46,7 @@ struct Test::Level::VokTable {
          .documentation = "A number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Level >,
    } };
 };
@@ -209,7 +209,7 @@ struct Test::Root::VokTable {
          .documentation = "One attribute of each type.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Root, Corvo::String >,

@@ -30,7 +30,7 @@ struct Test::Label::VokTable {
          .documentation = "A short text.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Label >,
    } };
 };

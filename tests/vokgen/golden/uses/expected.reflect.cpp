@@ -59,7 +59,7 @@ struct Test::Picture::VokTable {
          .documentation = "Holds what other modules define.",
          .kind = Vok::TypeKind::entity,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .identity = Vok::IdentityKind::name,
          .make = &Vok::Detail::makeEntity< Test::Picture, Corvo::String >,

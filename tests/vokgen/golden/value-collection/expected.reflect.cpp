@@ -22,7 +22,7 @@ struct Test::Id::VokTable {
          .documentation = "A number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Id >,
    } };
 };
@@ -57,7 +57,7 @@ struct Test::Field::VokTable {
          .documentation = "A field of a template.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Field >,
    } };
 };
@@ -94,7 +94,7 @@ struct Test::Template::VokTable {
          .documentation = "A value with a constructor argument and a collection.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .argumentCount = 1,
          .value = &Vok::Detail::valueOps< Test::Template >,
          .notext = "No String constructor for Template - has collection",
@@ -149,7 +149,7 @@ struct Test::Shelf::VokTable {
          .documentation = "Hashed collections.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Shelf >,
          .notext = "No String constructor for Shelf - has collection",
    } };

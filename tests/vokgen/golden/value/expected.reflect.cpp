@@ -22,7 +22,7 @@ struct Test::Id::VokTable {
          .documentation = "One number.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Id >,
    } };
 };
@@ -79,7 +79,7 @@ struct Test::Pair::VokTable {
          .documentation = "Several fields, one of them a text.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Pair >,
    } };
 };
@@ -112,7 +112,7 @@ struct Test::Point::VokTable {
          .documentation = "Without hash and mutators. Its axes have no unit.",
          .kind = Vok::TypeKind::value,
          .module = &Vok::Modules::Sample,
-         .attributes = attributes,
+         .attributes = Vok::Detail::tableOf< attributes >(),
          .value = &Vok::Detail::valueOps< Test::Point >,
    } };
 };
