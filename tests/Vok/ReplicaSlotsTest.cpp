@@ -171,6 +171,31 @@ TEST( ReplicaSlotsTest, whatIsTakenOverReplacesSlotsOfTheSameNumbers )
 }
 
 // However often all slots of a page change their places, it has room for one place each.
+TEST( ReplicaSlotsTest, anEntityThatIsTakenOverMayHaveNotifiees )
+{
+   Table table;
+   Ptr< Host > kept = newHost( 1 );
+   Ptr< Host > moved = newHost( 2 );
+   Counter counter;
+   kept->publisher().notifieeIs( &counter );
+   moved->publisher().notifieeIs( &counter );
+   table.slots.insert( 1, { 1, 0, 0, false }, kept.get() );
+   ReplicaSlots fresh( table.shapeChanges );
+   fresh.insert( 2, { 2, 0, 0, false }, kept.get() ); // among those that know it already
+   fresh.insert( 3, { 2, 0, 0, false }, moved.get() ); // among those that do not
+   table.slots.reserve( fresh );
+   table.slots.takeAll( fresh );
+   for ( const std::uint64_t number : { 1U, 2U } ) {
+      EXPECT_EQ( table.slots.find( number ).entity(), kept.get() );
+   }
+   EXPECT_EQ( table.slots.find( 3 ).entity(), moved.get() );
+   kept = nullptr;
+   moved = nullptr;
+   for ( const std::uint64_t number : { 1U, 2U, 3U } ) {
+      EXPECT_EQ( table.slots.find( number ).entity(), nullptr );
+   }
+}
+
 TEST( ReplicaSlotsTest, placesThatNoSlotHasAreUsedAgain )
 {
    Table table;
