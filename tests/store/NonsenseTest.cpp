@@ -27,6 +27,22 @@ TEST_P( NonsenseTest, whatBeginsWithNoFrame )
    EXPECT_EQ( endOf( one ), "frame begins with 47 45 54 20, expected 56 6f 6b 31" );
 }
 
+TEST_P( NonsenseTest, whatComesBeforeAGreeting )
+{
+   const Bytes piece( 10 );
+   const std::vector< Message > messages{ OpenWriter{ 1, "hostile", "Test::Root", false },
+      OpenReader{ 1, "**", {} }, BatchPiece{ 1, 0, true, piece }, Close{ 1, true },
+      ListMounts{ 1, "**", false }, Welcome{} };
+   for ( const Message & message : messages ) {
+      RawClient & one = world.raw();
+      one.send( message );
+      EXPECT_EQ( endOf( one ), "a connection begins with a greeting" ) << message.index();
+   }
+   RawClient & twice = world.greeted();
+   twice.send( greeting() );
+   EXPECT_EQ( endOf( twice ), "a connection has one greeting" );
+}
+
 TEST_P( NonsenseTest, endlessFrames )
 {
    RawClient & before = world.raw();
