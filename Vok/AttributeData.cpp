@@ -137,7 +137,7 @@ Corvo::String AttributeData::get( const Entity & entity ) const
 
 void AttributeData::set( Entity & entity, std::string_view text ) const
 {
-   if ( !Detail::isSettable( row_ ) ) {
+   if ( !Detail::isSettable( row_ ) ) { // else there is no need to know the type
       Detail::needSettable( entity.typeData(), row_ );
    }
    OwnedValue next = Detail::fromText( *row_.value, text );

@@ -170,7 +170,6 @@ TEST( ReplicaSlotsTest, whatIsTakenOverReplacesSlotsOfTheSameNumbers )
    }
 }
 
-// However often all slots of a page change their places, it has room for one place each.
 TEST( ReplicaSlotsTest, anEntityThatIsTakenOverMayHaveNotifiees )
 {
    Table table;
@@ -196,6 +195,7 @@ TEST( ReplicaSlotsTest, anEntityThatIsTakenOverMayHaveNotifiees )
    }
 }
 
+// However often all slots of a page change their places, it has room for one place each.
 TEST( ReplicaSlotsTest, placesThatNoSlotHasAreUsedAgain )
 {
    Table table;
