@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace Vok {
@@ -17,6 +18,25 @@ namespace Vok {
       const Entity & entity, AttrId id, std::string_view attribute );
 
 namespace Attribute {
+
+/// Stores another value under a key that is there; as `replace` does for an attribute.
+template< class Node, class V >
+void replaceMember( Entity & entity, AttrId id, Node & node, const V & value )
+{
+   const bool heard = entity.publisher().hasNotifiee();
+   if constexpr ( std::is_nothrow_copy_assignable_v< V > ) {
+      if ( !heard ) [[likely]] {
+         node.value = value;
+         return;
+      }
+   }
+   V old( value );
+   std::swap( node.value, old );
+   if ( heard ) [[unlikely]] {
+      const typename Node::Key told( node.key );
+      publish( entity, id, Detail::any( told ), Detail::any( old ) );
+   }
+}
 
 /// Inserts or replaces under an external key.
 template< class Map, class V >
@@ -30,12 +50,7 @@ void mapIs( Entity & entity, AttrId id, Map & map, const typename Map::Key & key
          publish( entity, id, Detail::any( told ), {} );
       }
    } else if ( !Collection::equal( node->value, value ) ) {
-      V old( value );
-      std::swap( node->value, old );
-      if ( entity.publisher().hasNotifiee() ) [[unlikely]] {
-         const typename Map::Key told( node->key );
-         publish( entity, id, Detail::any( told ), Detail::any( old ) );
-      }
+      replaceMember( entity, id, *node, value );
    }
 }
 

@@ -44,7 +44,8 @@
 // one in another's order of iteration does not crowd it either.
 //
 // Iteration: a cursor is known to the block and holds the bound between the slots that it has seen
-// and those that it has not; a node inserted below counts as seen. When the map grows, all nodes
+// and those that it has not, of which it knows those of the group where it stands; a node inserted
+// there or below may count as seen. When the map grows, all nodes
 // get new places, which no bound can follow; then each cursor copies the keys that it has still to
 // see, and goes on by looking them up. Without cursors all this is one test for null.
 #pragma once

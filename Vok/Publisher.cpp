@@ -219,21 +219,58 @@ void Publisher::compact() noexcept
    }
 }
 
+// A notification: while it runs, the entity lives and the slots stay where they are. The outermost
+// one closes holes at its end.
+class Publisher::Telling {
+ public:
+   Telling( Publisher & publisher, Vok::Entity & entity ) noexcept
+         : publisher_( publisher ),
+           entity_( entity ),
+           list_( *static_cast< NotifieeList * >( publisher.list_ ) )
+   {
+      Vok::Detail::retain( &entity_ );
+      ++list_.depth;
+   }
+   Telling( const Telling & ) = delete;
+   Telling & operator=( const Telling & ) = delete;
+   [[gnu::always_inline]] ~Telling()
+   {
+      if ( --list_.depth == 0 && list_.used > 2 * list_.live ) [[unlikely]] {
+         publisher_.compact();
+      }
+      Vok::Detail::release( &entity_ );
+   }
+
+   NotifieeList & list() const noexcept { return list_; }
+
+ private:
+   Publisher & publisher_;
+   Vok::Entity & entity_;
+   NotifieeList & list_;
+};
+
 void Publisher::publishChangeRecursive( const Change & change )
 {
    if ( hasNotifiee() ) {
-      tell( change, static_cast< const NotifieeList * >( list_ )->used );
+      const std::uint32_t used = static_cast< const NotifieeList * >( list_ )->used;
+      used == 1 ? tellOne( change ) : tell( change, used );
    }
 }
 
-// Tells the first `upTo` slots. The list may be changed by those who are told: slots are read
-// anew at each step, and holes are closed by the outermost notification only.
+// Tells the only slot, which is taken. Its exception needs not wait for others.
+void Publisher::tellOne( const Change & change )
+{
+   const Telling telling( *this, change.entity );
+   telling.list().slots()[ 0 ]->onChange( change );
+}
+
+// Tells the first `upTo` slots. The list may be changed by those who are told: slots are read anew
+// at each step.
 void Publisher::tell( const Change & change, std::uint32_t upTo )
 {
-   const Ptr< Vok::Entity > alive( &change.entity );
-   NotifieeList & list = *static_cast< NotifieeList * >( list_ );
+   const Telling telling( *this, change.entity );
+   const NotifieeList & list = telling.list();
    std::exception_ptr first;
-   ++list.depth;
    for ( std::uint32_t i = 0; i != upTo; ++i ) {
       if ( Notifiee * const notifiee = list.capacity == 1 ? list.one : list.many[ i ] ) {
          try {
@@ -244,10 +281,6 @@ void Publisher::tell( const Change & change, std::uint32_t upTo )
             }
          }
       }
-   }
-   --list.depth;
-   if ( list.used > 2 * list.live && list.depth == 0 ) [[unlikely]] {
-      compact();
    }
    if ( first ) {
       std::rethrow_exception( first );

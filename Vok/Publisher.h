@@ -152,6 +152,8 @@ class VOK_EXPORT Publisher {
    void publishChangeRecursive( const Change & change );
 
  private:
+   class Telling;
+
    friend class Notifiee;
    friend class Vok::Detail::DirtyState;
    friend struct Vok::Detail::EntityAccess;
@@ -170,6 +172,7 @@ class VOK_EXPORT Publisher {
    void compact() noexcept;
    void removeSlot( std::uint32_t slot ) noexcept;
    Vok::Detail::NotifieeList & grown();
+   void tellOne( const Change & change );
    void tell( const Change & change, std::uint32_t upTo );
 
    Vok::Detail::Listeners * list_ = nullptr;

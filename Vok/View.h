@@ -67,7 +67,7 @@ template< class Map > class View {
       iterator() noexcept = default;
       explicit iterator( const Map & map ) : cursor_( map ) {}
 
-      reference operator*() const { return Detail::element( *cursor_->node() ); }
+      reference operator*() const { return Detail::element( **cursor_ ); }
       auto operator->() const
             requires std::is_reference_v< reference >
       {

@@ -199,15 +199,16 @@ template< class Node > class BTree {
             const std::size_t half = count / 2;
             low += half * static_cast< std::size_t >( before( items[ low + half - 1 ] ) );
          }
-         return low + static_cast< std::size_t >( count == 1 && before( items[ low ] ) );
-      }
-      for ( std::size_t count = block->size; count > 0; ) {
-         const std::size_t half = count / 2;
-         if ( before( items[ low + half ] ) ) {
-            low += half + 1;
-            count -= half + 1;
-         } else {
-            count = half;
+         low += static_cast< std::size_t >( count == 1 && before( items[ low ] ) );
+      } else {
+         for ( std::size_t count = block->size; count > 0; ) {
+            const std::size_t half = count / 2;
+            if ( before( items[ low + half ] ) ) {
+               low += half + 1;
+               count -= half + 1;
+            } else {
+               count = half;
+            }
          }
       }
       return low;

@@ -177,7 +177,9 @@ void BatchApply::introduceChildren( const Record & record, In in )
          } else {
             introduce( intro );
          }
-         noteArguments( *introOf( head.number ) );
+         if ( otherStream() ) {
+            noteArguments( *introOf( head.number ) );
+         }
       }
    } );
 }
@@ -197,11 +199,9 @@ void BatchApply::noteReferences( std::uint64_t referrer, const AttributeRow & ro
 
 void BatchApply::noteArguments( const Intro & intro )
 {
-   if ( otherStream() ) {
-      eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & row ) {
-         noteReference( number, { intro.number, &row } );
-      } );
-   }
+   eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & row ) {
+      noteReference( number, { intro.number, &row } );
+   } );
 }
 
 void BatchApply::noteReference( std::uint64_t number, Referrer referrer )

@@ -38,6 +38,7 @@ class BatchApply {
       std::uint64_t number = 0;
       std::uint64_t birth = 0;
       std::uint64_t parent = 0;
+      const Intro * above = nullptr; ///< the parent, where the batch introduces it
       const AttributeRow * row = nullptr; ///< of the parent; null where this side does not know it
       NboAttrLog::In arguments{ nullptr, 0 };
       std::uint32_t type = 0;
@@ -94,7 +95,8 @@ class BatchApply {
    void noteReference( std::uint64_t number, Referrer referrer );
 
    Intro * introOf( std::uint64_t number );
-   Corvo::Ptr< Entity > entityOf( std::uint64_t number );
+   Entity * entityOf( std::uint64_t number );
+   Entity * parentOf( const Intro & intro );
    Corvo::Ptr< Entity > targetOf( std::uint64_t number, const AttributeRow & row );
    bool inPlace( ReplicaSlot slot );
 
@@ -141,7 +143,7 @@ class BatchApply {
    HSet< const Entity * > claimed_; // outside the tree, found again
    ReplicaSlots newSlots_; // of what the batch introduces
    Arguments arguments_; // of the entity that is resolved
-   std::vector< bool > mentioned_; // which rows a record has
+   std::vector< std::uint8_t > mentioned_; // which rows a record has: 1, or 0
    std::pmr::vector< ReplicaSlot > line_; // used while an entity's place is checked
    std::pmr::vector< ReplicaSlot > left_; // whose entities are outside the tree from now on
    PendingTell pending_;

@@ -115,10 +115,10 @@ void BatchApply::apply( const Record & record, In & attributes )
 void BatchApply::applyFresh( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
-   mentioned_.assign( type.rows.size(), false );
+   mentioned_.assign( type.rows.size(), 0 );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
-         mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+         mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = 1;
          if ( row.own ) {
             loadAttribute( entity, row, payload );
          } else {
@@ -138,8 +138,9 @@ void BatchApply::applyFresh( Entity & entity, const Record & record, In & attrib
                storage, noOps(), { .whole = true } );
          staged->owner = Corvo::Ptr< Entity >( &entity );
          staged->commit();
-      } else if ( row.initial && differs( *row.own, storage, row.initial->data() ) ) {
-         OwnedValue next( *row.initial ); // the writer's default is another than this side's
+      } else if ( row.initial && !row.initialIsOwn &&
+            differs( *row.own, storage, row.initial->data() ) ) {
+         OwnedValue next( *row.initial );
          StagedValue( storage, std::move( next ) ).commit();
       }
    }
@@ -208,11 +209,11 @@ bool BatchApply::nextEntityOp(
 void BatchApply::applyExisting( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
-   mentioned_.assign( record.whole ? type.rows.size() : 0, false );
+   mentioned_.assign( record.whole ? type.rows.size() : 0, 0 );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
          if ( record.whole ) {
-            mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = true;
+            mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = 1;
          }
          if ( row.own ) {
             stageAttribute( entity, row, payload );

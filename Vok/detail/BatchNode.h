@@ -40,9 +40,12 @@ class BatchWriter::Node final : public FlowOutBase {
       left = false;
    }
 
+   static constexpr std::uint16_t noType = 0xffff;
+
    /// As if no batch had been written; the node keeps its number and its birth.
    void forget() noexcept
    {
+      type = noType;
       dirty().writtenWhole( entity->publisher() );
       known = 0;
       references = 0;
@@ -63,6 +66,7 @@ class BatchWriter::Node final : public FlowOutBase {
    std::uint32_t references = 0; ///< written references that lead here; 2^32 would fill 32 GiB
    bool outside = false; ///< no part of the tree
    bool left = false; ///< the reader has not been told that it is outside
+   std::uint16_t type = noType; ///< the number of its type, once that was looked for
    std::uint64_t leftAt = 0; ///< the batch that told it last; 0 while none has
    std::unique_ptr< NodeHistory > history; ///< null where nothing is noted
 
@@ -72,6 +76,9 @@ class BatchWriter::Node final : public FlowOutBase {
 
  protected:
    void publisherGone( Corvo::Publisher & publisher ) noexcept override;
+
+ private:
+   void memberLeft( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
 };
 
 } // namespace Vok::Detail

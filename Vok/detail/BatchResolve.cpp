@@ -17,16 +17,21 @@ using NboAttrLog::In;
 // ---- What the replica has ---------------------------------------------------------------------
 
 // The entity under a number: as the batch introduces it, or as the replica has it in its place.
-Corvo::Ptr< Entity > BatchApply::entityOf( std::uint64_t number )
+Entity * BatchApply::entityOf( std::uint64_t number )
 {
    if ( const Intro * const intro = introOf( number ) ) {
-      return intro->entity;
+      return intro->entity.get();
    }
    if ( frame_.whole ) {
       return nullptr;
    }
    const ReplicaSlot slot = reader_.slots_.find( number );
    return slot && inPlace( slot ) ? slot.entity() : nullptr;
+}
+
+Entity * BatchApply::parentOf( const Intro & intro )
+{
+   return intro.above ? intro.above->entity.get() : entityOf( intro.parent );
 }
 
 // What a reference leads to: the entity, wherever it stands; null where it is gone. Throws for a
@@ -87,8 +92,8 @@ Corvo::Ptr< Entity > BatchApply::known( const Intro & intro )
    if ( !entity || &entity->typeData() != types_[ intro.type ]->own ) {
       return nullptr;
    }
-   const bool placed = intro.outside || !entity->parent() ||
-         entity->parent() == entityOf( intro.parent ).get();
+   const bool placed =
+         intro.outside || !entity->parent() || entity->parent() == parentOf( intro );
    return placed ? entity : nullptr;
 }
 
@@ -113,9 +118,8 @@ Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & a
    if ( intro.outside ) {
       return referredThere( intro, arguments );
    }
-   const Intro * const parent = introOf( intro.parent );
-   const Corvo::Ptr< Entity > owner = entityOf( intro.parent );
-   const bool constructed = parent && parent->fresh;
+   const Entity * const owner = parentOf( intro );
+   const bool constructed = intro.above && intro.above->fresh;
    if ( !constructed && ( !frame_.whole || sameStream_ ) ) {
       return nullptr; // another number, another birth: the writer made it anew
    }
@@ -139,13 +143,13 @@ Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Argum
    const TypeData & type = *types_[ intro.type ]->own;
    Corvo::Ptr< Entity > there;
    if ( row->collection ) {
-      const Corvo::Ptr< Entity > owner = entityOf( number );
+      const Entity * const owner = entityOf( number );
       if ( owner && row->typeName == type.name() ) {
          there = member( *owner, *row, type, arguments );
       }
    } else {
       const Intro & referrer = *introOf( number );
-      const Corvo::Ptr< Entity > owner = referrer.row ? entityOf( referrer.parent ) : nullptr;
+      const Entity * const owner = referrer.row ? parentOf( referrer ) : nullptr;
       const TypeData & referrerType = *types_[ referrer.type ]->own;
       Corvo::Ptr< Entity > standing;
       if ( owner ) {
@@ -229,8 +233,7 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
 {
    const std::size_t before = stack.size();
    const bool again = intro.state == Intro::State::waiting;
-   const auto need = [ & ]( std::uint64_t number ) {
-      Intro * const other = introOf( number );
+   const auto need = [ & ]( Intro * other ) {
       if ( other && other->state != Intro::State::ready ) {
          if ( again || other->state == Intro::State::waiting ) {
             throw Exception( "entities of a batch need each other to be made" );
@@ -239,9 +242,13 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
       }
    };
    if ( !intro.outside ) {
-      need( intro.parent );
+      Intro * const above = introOf( intro.parent );
+      intro.above = above;
+      need( above );
    }
-   eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) { need( number ); } );
+   eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) {
+      need( introOf( number ) );
+   } );
    intro.state = Intro::State::waiting;
    return stack.size() != before;
 }
@@ -269,7 +276,7 @@ void BatchApply::readArguments( const Intro & intro, Arguments & arguments )
 void BatchApply::resolve( Intro & intro )
 {
    const ReadType & type = *types_[ intro.type ];
-   if ( !type.own || ( !intro.outside && ( !intro.row || !entityOf( intro.parent ) ) ) ) {
+   if ( !type.own || ( !intro.outside && ( !intro.row || !parentOf( intro ) ) ) ) {
       return; // this side does not know it, or its users deleted what it belongs to
    }
    arguments_.clear();
@@ -280,8 +287,8 @@ void BatchApply::resolve( Intro & intro )
    intro.entity = known( intro );
    if ( !intro.entity ) {
       intro.entity = alike( intro, arguments_ );
-      const Intro * const parent = introOf( intro.parent );
-      intro.fresh = intro.entity && parent && parent->fresh; // made by its parent's constructor
+      // Made by its parent's constructor.
+      intro.fresh = intro.entity && intro.above && intro.above->fresh;
    }
    if ( !intro.entity ) {
       intro.entity = type.own->row().make->make( arguments_.addresses.data() );

@@ -45,34 +45,44 @@ void BatchWriter::Node::unlink() noexcept
 
 void BatchWriter::Node::onChange( const Corvo::Change & change )
 {
-   const TypeData & type = entity->typeData();
-   const std::size_t index = DirtyState::indexOf( type, change.attrId );
-   const AttributeRow & row = type.attributes()[ index ].row();
+   DirtyState & notes = dirty();
+   const std::size_t index = notes.indexOf( change.attrId );
+   const AttributeRow & row = notes.row( index );
    BatchWriter & owner = *writer;
-   if ( holdsEntities( row ) && change.hasOldValue() ) {
-      Node * const old = owner.find( *row.collection->pointee( change.oldValueAddress() ) );
-      if ( row.kind != AttributeKind::references ) {
-         if ( old && old->parent == this ) {
-            owner.drop( *old );
-         }
-      } else if ( const DirtyKeys * const keys = dirty().keys( index );
-                  old && !( keys && keys->contains( change.keyAddress() ) ) ) {
-         owner.release( *old ); // a reference that was written
-      }
+   if ( row.collection && row.collection->entity && change.hasOldValue() ) {
+      memberLeft( change, index, row );
    }
    if ( owner.whole_ ) {
       return; // the next batch has all of it
    }
    try {
-      dirty().note( change );
+      notes.note( change, index, row );
    } catch ( const std::bad_alloc & ) {
       owner.noteLost();
       return;
    }
-   if ( dirty().any() || left ) {
+   if ( notes.any() || left ) {
       owner.becameDirty( *this );
    } else {
       owner.dirty_.remove( *this ); // what came has gone, and all is as it was written
+   }
+}
+
+// A child or a reference is not in its place any more.
+void BatchWriter::Node::memberLeft(
+      const Corvo::Change & change, std::size_t index, const AttributeRow & row )
+{
+   Node * const old = writer->find( *row.collection->pointee( change.oldValueAddress() ) );
+   if ( !old ) {
+      return;
+   }
+   if ( row.kind != AttributeKind::references ) {
+      if ( old->parent == this ) {
+         writer->drop( *old );
+      }
+   } else if ( const DirtyKeys * const keys = changedKeys( index );
+               !keys || !keys->contains( change.keyAddress() ) ) {
+      writer->release( *old ); // a reference that was written
    }
 }
 

@@ -91,10 +91,11 @@ class BatchWriter {
    bool writeChangedMember( Node & node, const AttributeRow & row, const void * key );
    void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
    void writeChild( Node & parent, const AttributeRow & row, const Entity & child );
-   void writeChildHead( const Node & node );
-   void writeArguments( const Entity & entity );
+   void writeChildHead( Node & node );
+   void writeArguments( Node & node );
    std::uint64_t referenceNumber( const Entity & target );
    std::uint64_t typeIndex( const TypeData & type );
+   std::uint64_t typeIndexOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
    std::size_t beginPayload( std::uint8_t mode );
@@ -139,6 +140,7 @@ class BatchWriter {
       std::unique_ptr< WrittenType > written;
    };
    std::vector< NumberedType > types_;
+   std::size_t lastType_ = 0; // the number that was looked for last
    std::size_t described_ = 0; // types that the readers know
 
    NboAttrLog::Out body_;

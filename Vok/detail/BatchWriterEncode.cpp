@@ -5,19 +5,13 @@
 #include "Vok/TypeData.h"
 #include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/CollectionOps.h"
-#include "Vok/detail/Hash.h"
 #include "Vok/detail/Storage.h"
 
-#include <algorithm>
 #include <limits>
-#include <string>
 
 namespace Vok::Detail {
 
 namespace {
-
-// A body larger than this, a whole tree mostly, gives its memory back; others are written often.
-constexpr std::size_t bodyKept = 1 << 20;
 
 void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kind )
 {
@@ -103,8 +97,7 @@ void BatchWriter::writeWhole()
    Node & root = nodeOf( *root_, nullptr );
    root.known = written_;
    queue_.push_back( &root );
-   typeIndex( root_->typeData() );
-   writeArguments( *root_ );
+   writeArguments( root );
    writeQueue();
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       if ( Node * const node = cursor.node()->value.get(); node->known == 0 ) {
@@ -135,12 +128,12 @@ void BatchWriter::writeNode( Node & node )
    const std::size_t start = body_.size();
    const bool outside = node.outside;
    putHead( body_, node.number, outside ? Batch::RecordKind::outside : Batch::RecordKind::whole );
-   const std::uint64_t index = typeIndex( entity.typeData() );
+   const std::uint64_t index = typeIndexOf( node );
    const WrittenType & type = *types_[ index ].written;
    body_.putVarint( index );
    if ( outside ) {
       body_.putVarint( node.birth );
-      writeArguments( entity );
+      writeArguments( node );
    }
    bool any = outside || &entity == root_.get();
    for ( const WrittenRow & written : type.rows ) {
@@ -198,20 +191,22 @@ void BatchWriter::endPayload( std::size_t start )
 void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
 {
    const AttributeRow & row = *written.row;
+   const void * const storage = storageOf( *node.entity, row );
    const std::size_t payload = beginPayload( Batch::wholeMode );
-   row.collection->each(
-         storageOf( *node.entity, row ), [ & ]( const void * key, const void * value ) {
-            if ( holdsEntities( row ) ) {
-               const bool keep = keeps( row, value );
-               body_.put( static_cast< std::uint8_t >( keep ? MemberOp::keep : MemberOp::put ) );
-               if ( keep ) {
-                  row.key->encode( body_, key );
-                  return true;
-               }
-            }
+   if ( !row.collection->entity ) {
+      row.collection->stream->write( storage, body_ );
+   } else {
+      row.collection->each( storage, [ & ]( const void * key, const void * value ) {
+         const bool keep = keeps( row, value );
+         putOp( body_, keep ? MemberOp::keep : MemberOp::put );
+         if ( keep ) {
+            row.key->encode( body_, key );
+         } else {
             writeMember( node, row, key, value );
-            return true;
-         } );
+         }
+         return true;
+      } );
+   }
    endPayload( payload );
 }
 
@@ -259,17 +254,18 @@ void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity 
    writeChildHead( node );
 }
 
-void BatchWriter::writeChildHead( const Node & node )
+void BatchWriter::writeChildHead( Node & node )
 {
    body_.putVarint( node.number );
    body_.putVarint( node.birth );
-   writeArguments( *node.entity );
+   writeArguments( node );
 }
 
-void BatchWriter::writeArguments( const Entity & entity )
+void BatchWriter::writeArguments( Node & node )
 {
+   const Entity & entity = *node.entity;
    arguments_.clear();
-   for ( const AttributeRow * row : types_[ typeIndex( entity.typeData() ) ].written->arguments ) {
+   for ( const AttributeRow * row : types_[ typeIndexOf( node ) ].written->arguments ) {
       if ( row->reference ) {
          const Entity * const target = referred( entity, *row );
          arguments_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
@@ -308,7 +304,7 @@ void BatchWriter::writeChangesOf( Node & node )
       return; // introduced by this batch, and written whole
    }
    putHead( body_, node.number, node.left ? Batch::RecordKind::left : Batch::RecordKind::change );
-   const std::uint64_t index = typeIndex( entity.typeData() );
+   const std::uint64_t index = typeIndexOf( node );
    const WrittenType & type = *types_[ index ].written;
    body_.putVarint( index );
    for ( const WrittenRow & written : type.rows ) {
@@ -331,16 +327,24 @@ void BatchWriter::writeChangesOf( Node & node )
 
 void BatchWriter::writeChangedMembers( Node & node, const WrittenRow & written )
 {
+   const AttributeRow & row = *written.row;
    const std::size_t payload = beginPayload( Batch::deltaMode );
    const auto writeKey = [ & ]( const void * key ) {
-      if ( writeChangedMember( node, *written.row, key ) ) {
+      if ( writeChangedMember( node, row, key ) ) {
          noteMember( node, written, key );
       }
    };
-   if ( written.row->kind == AttributeKind::child ) {
+   if ( row.kind == AttributeKind::child ) {
       writeKey( nullptr );
    } else if ( const DirtyKeys * const keys = node.changedKeys( written.index ) ) {
-      keys->each( writeKey );
+      if ( row.collection->entity ) {
+         keys->each( writeKey );
+      } else {
+         row.collection->stream->writeChanged( storageOf( *node.entity, row ), *keys, body_ );
+         if ( places_.first() ) {
+            keys->each( [ & ]( const void * key ) { noteMember( node, written, key ); } );
+         }
+      }
    }
    endPayload( payload );
 }
@@ -355,66 +359,13 @@ bool BatchWriter::writeChangedMember( Node & node, const AttributeRow & row, con
          return false;
       }
    }
-   body_.put( static_cast< std::uint8_t >( value ? MemberOp::put : MemberOp::del ) );
+   putOp( body_, value ? MemberOp::put : MemberOp::del );
    if ( value ) {
       writeMember( node, row, key, value );
    } else if ( key ) {
       row.key->encode( body_, key );
    }
    return true;
-}
-
-// ---- Types and frame --------------------------------------------------------------------------
-
-std::uint64_t BatchWriter::typeIndex( const TypeData & type )
-{
-   for ( std::size_t i = 0; i != types_.size(); ++i ) {
-      if ( types_[ i ].type == &type ) {
-         return i;
-      }
-   }
-   types_.push_back( { &type, std::make_unique< WrittenType >( type ) } );
-   return types_.size() - 1;
-}
-
-void BatchWriter::describeTypes( NboAttrLog::Out & out, std::size_t described )
-{
-   // Describing a type may number further ones: those of its children.
-   NboAttrLog::Out descriptions;
-   for ( std::size_t i = described; i != types_.size(); ++i ) {
-      types_[ i ].written->describe(
-            descriptions, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
-   }
-   out.putVarint( types_.size() - described );
-   out.putBytes( descriptions.data(), descriptions.size() );
-}
-
-void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags )
-{
-   out.reserve( Batch::headerSize + body_.size() + 64 );
-   out.put( Batch::magic );
-   out.put( Batch::version );
-   out.put( flags );
-   const std::size_t lengthAt = out.size();
-   out.put( std::uint32_t{ 0 } );
-   out.put( stream_ );
-   out.putVarint( written_ );
-   if ( flags == Batch::sinceFlag ) {
-      out.putVarint( reader_->since );
-   }
-   describeTypes( out, reader_ ? typesBefore( reader_->since ) : described_ );
-   out.putBytes( body_.data(), body_.size() );
-   if ( body_.size() > bodyKept ) {
-      body_ = NboAttrLog::Out();
-      queue_ = {};
-   }
-   const std::size_t length = out.size() - start + Batch::checksumSize;
-   if ( length > std::numeric_limits< std::uint32_t >::max() ) {
-      throw NboAttrLog::Exception(
-            "a batch of " + std::to_string( length ) + " bytes is too large" );
-   }
-   out.patch32( lengthAt, static_cast< std::uint32_t >( length ) );
-   out.put( checksum64( out.data() + start, out.size() - start ) );
 }
 
 } // namespace Vok::Detail

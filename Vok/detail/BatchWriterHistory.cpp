@@ -145,7 +145,7 @@ bool BatchWriter::writeCatchUp( CatchUp & reader, NboAttrLog::Out & out )
    try {
       if ( reader.since == 0 ) {
          queue_.push_back( find( *root_ ) );
-         writeArguments( *root_ );
+         writeArguments( *find( *root_ ) );
       } else {
          writeMissed( reader.since );
       }
@@ -191,7 +191,7 @@ void BatchWriter::writeMissedOf(
    const Batch::RecordKind kind =
          node.leftAt > since ? Batch::RecordKind::left : Batch::RecordKind::change;
    body_.putVarint( node.number * 4 + static_cast< unsigned >( kind ) );
-   const std::uint64_t index = typeIndex( node.entity->typeData() );
+   const std::uint64_t index = typeIndexOf( node );
    const WrittenType & type = *types_[ index ].written;
    body_.putVarint( index );
    for ( const WrittenRow & written : type.rows ) {

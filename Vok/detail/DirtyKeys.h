@@ -6,6 +6,7 @@
 #include "Vok/detail/SmallSet.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace Vok::Detail {
@@ -19,13 +20,15 @@ class DirtyKeys {
 
    /// Takes note of a change under a key, a copy of which may be kept. `insertion`: where this is
    /// the first change since the last batch, there was no member then unless `present()` says that
-   /// there is none now. Throws std::bad_alloc, and then nothing is noted.
-   virtual void note( const void * key, bool insertion, FunctionRef< bool() > present ) = 0;
+   /// there is none now. Says whether any key is noted now. Throws std::bad_alloc, and then nothing
+   /// is noted.
+   virtual bool note( const void * key, bool insertion, FunctionRef< bool() > present ) = 0;
    virtual bool contains( const void * key ) const = 0;
    virtual std::size_t size() const = 0;
    virtual void each( FunctionRef< void( const void * key ) > visit ) const = 0;
 
-   std::size_t index = 0; ///< which collection: its number in the table of its type
+   std::uint32_t expected = 0; ///< how many keys there may be: room is made once there are some
+   std::uint32_t index = 0; ///< which collection: its number in the table of its type
    std::unique_ptr< DirtyKeys > next; ///< of another collection of the same entity
 };
 
@@ -37,16 +40,22 @@ template< class Key > class DirtyKeysOf final : public DirtyKeys {
       slabFree( memory, size );
    }
 
-   void note( const void * key, bool insertion, FunctionRef< bool() > present ) override
+   bool note( const void * key, bool insertion, FunctionRef< bool() > present ) override
    {
       const Key & k = *static_cast< const Key * >( key );
-      if ( fresh_.contains( k ) ) {
+      if ( fresh_.size() != 0 && fresh_.contains( k ) ) {
          if ( !present() ) {
             fresh_.erase( k );
          }
+      } else if ( insertion && !known_.contains( k ) && present() ) {
+         fresh_.insert( k );
       } else {
-         ( insertion && !known_.contains( k ) && present() ? fresh_ : known_ ).insert( k );
+         if ( known_.size() == some ) {
+            known_.reserve( expected );
+         }
+         known_.insert( k );
       }
+      return known_.size() + fresh_.size() != 0;
    }
    bool contains( const void * key ) const override
    {
@@ -56,12 +65,17 @@ template< class Key > class DirtyKeysOf final : public DirtyKeys {
    std::size_t size() const override { return known_.size() + fresh_.size(); }
    void each( FunctionRef< void( const void * key ) > visit ) const override
    {
-      const auto one = [ &visit ]( const Key & key ) { visit( &key ); };
-      known_.each( one );
-      fresh_.each( one );
+      eachKey( [ &visit ]( const Key & key ) { visit( &key ); } );
+   }
+   template< class Visit > void eachKey( Visit && visit ) const
+   {
+      known_.each( visit );
+      fresh_.each( visit );
    }
 
  private:
+   static constexpr std::size_t some = 16;
+
    SmallSet< Key > known_; // may have been there at the last batch
    SmallSet< Key > fresh_; // were not there
 };

@@ -7,11 +7,14 @@
 #include "Vok/detail/StreamOps.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Vok::Detail {
 
-DirtyState::DirtyState( const TypeData & type ) : type_( &type )
+DirtyState::DirtyState( const TypeData & type )
+      : type_( &type ),
+        named_( !type.attributes().empty() && type.attributes().front().id() < firstId )
 {
    if ( const std::size_t count = wordCount(); count > 1 ) {
       bits_.many = new std::uint64_t[ count ]();
@@ -31,18 +34,19 @@ std::size_t DirtyState::wordCount() const noexcept
    return ( type_->attributes().size() + 63 ) / 64;
 }
 
-// An entity's attributes are numbered without gaps from 258, behind its name where that is listed.
-std::size_t DirtyState::indexOf( const TypeData & type, AttrId id ) noexcept
+const AttributeRow & DirtyState::row( std::size_t index ) const noexcept
 {
-   const auto attributes = type.attributes();
-   const std::size_t named = attributes.front().id() < 258 ? 1 : 0;
-   return id < 258 ? 0 : id - 258 + named;
+   return type_->row().attributes.first[ index ].row();
 }
 
 void DirtyState::note( const Corvo::Change & change )
 {
-   const std::size_t index = indexOf( *type_, change.attrId );
-   const AttributeRow & row = type_->attributes()[ index ].row();
+   const std::size_t index = indexOf( change.attrId );
+   note( change, index, row( index ) );
+}
+
+void DirtyState::note( const Corvo::Change & change, std::size_t index, const AttributeRow & row )
+{
    if ( row.collection && row.collection->stream->dirtyKeys ) {
       noteKey( change, index, row );
    } else {
@@ -66,7 +70,8 @@ void DirtyState::noteKey(
    std::unique_ptr< DirtyKeys > made;
    if ( !keys ) {
       made = row.collection->stream->dirtyKeys();
-      made->index = index;
+      made->index = static_cast< std::uint32_t >( index );
+      made->expected = std::exchange( keysBefore_, 0 );
       keys = made.get();
    }
    // Changes of one member may be told in another order than they were stored in, when notifiees
@@ -74,7 +79,7 @@ void DirtyState::noteKey(
    const bool insertion =
          !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
    const void * const key = change.keyAddress();
-   keys->note( key, insertion, [ & ] {
+   const bool any = keys->note( key, insertion, [ & ] {
       return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
    } );
    if ( made ) {
@@ -83,10 +88,10 @@ void DirtyState::noteKey(
    }
    const std::uint64_t bit = std::uint64_t{ 1 } << index % 64;
    std::uint64_t & word = words()[ index / 64 ];
-   word = keys->size() != 0 ? word | bit : word & ~bit;
+   word = any ? word | bit : word & ~bit;
 }
 
-bool DirtyState::any() const noexcept
+bool DirtyState::anyOfMany() const noexcept
 {
    return std::any_of( words(), words() + wordCount(), []( std::uint64_t w ) { return w != 0; } );
 }
@@ -99,9 +104,27 @@ const DirtyKeys * DirtyState::keys( std::size_t index ) const noexcept
 
 void DirtyState::clear( const Corvo::Publisher & publisher ) noexcept
 {
-   std::fill( words(), words() + wordCount(), 0 );
-   keys_.reset();
+   if ( wide_ ) {
+      std::fill( words(), words() + wordCount(), 0 );
+   } else {
+      bits_.one = 0;
+   }
+   if ( keys_ ) {
+      forgetKeys();
+   }
    trusting_ = !publisher.busy();
+}
+
+// A collection that changes in one batch mostly does in the next one, as much.
+void DirtyState::forgetKeys() noexcept
+{
+   std::size_t count = 0;
+   for ( const DirtyKeys * keys = keys_.get(); keys; keys = keys->next.get() ) {
+      count += keys->size();
+   }
+   constexpr std::size_t most = std::numeric_limits< std::uint32_t >::max();
+   keysBefore_ = static_cast< std::uint32_t >( std::min( count, most ) );
+   keys_.reset();
 }
 
 void DirtyState::writtenWhole( const Corvo::Publisher & publisher ) noexcept

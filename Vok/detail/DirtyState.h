@@ -29,7 +29,10 @@ class VOK_EXPORT DirtyState {
    /// Takes note of a change. Throws std::bad_alloc, and then nothing is noted.
    void note( const Corvo::Change & change );
 
-   bool any() const noexcept;
+   /// The same where the attribute's number and row are known.
+   void note( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
+
+   bool any() const noexcept { return wide_ ? anyOfMany() : bits_.one != 0; }
 
    /// Whether a collection has changed, though it may be again as it was.
    bool hasKeys() const noexcept { return keys_ != nullptr; }
@@ -48,15 +51,24 @@ class VOK_EXPORT DirtyState {
    /// from now on, none tells what a reader has not.
    void writtenWhole( const Corvo::Publisher & publisher ) noexcept;
 
-   /// The number of an attribute in the table of its type.
-   static std::size_t indexOf( const TypeData & type, AttrId id ) noexcept;
+   /// The number of an attribute in the table of its type: an entity's are numbered without gaps
+   /// from 258, behind its name where that is listed.
+   std::size_t indexOf( AttrId id ) const noexcept
+   {
+      return id < firstId ? 0 : id - firstId + ( named_ ? 1 : 0 );
+   }
+   const AttributeRow & row( std::size_t index ) const noexcept;
 
  private:
+   static constexpr AttrId firstId = 258;
+
    const std::uint64_t * words() const noexcept { return wide_ ? bits_.many : &bits_.one; }
    std::uint64_t * words() noexcept { return wide_ ? bits_.many : &bits_.one; }
    std::size_t wordCount() const noexcept;
+   bool anyOfMany() const noexcept;
    void noteKey( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
    DirtyKeys * keysOf( std::size_t index ) const noexcept;
+   void forgetKeys() noexcept;
 
    const TypeData * type_;
    union {
@@ -64,7 +76,9 @@ class VOK_EXPORT DirtyState {
       std::uint64_t * many; // of a type of more than 64 attributes: so many words, owned
    } bits_;
    std::unique_ptr< DirtyKeys > keys_; // of each collection that has changed
+   std::uint32_t keysBefore_ = 0; // how many there were, of all collections, at the last batch
    bool wide_ = false;
+   bool named_; // the table of the type begins with the name
    bool trusting_ = true; // a first insertion tells that a reader has no such member
 };
 

@@ -65,9 +65,6 @@ template< class Node, class Marks > inline void HashTable< Node, Marks >::occupy
    TableHeader & table = *table_;
    Marks::set( table.groups()[ group ], slot, MarkGroup::markOf( hash ) );
    ++table.size;
-   if ( table.cursors != nullptr ) [[unlikely]] {
-      cursorsAfterInsertion( table );
-   }
 }
 
 // Removes a node that has been moved from.

@@ -5,7 +5,9 @@
 #include "Vok/NboAttrLog.h"
 #include "Vok/ValueType.h"
 #include "Vok/detail/Staged.h"
+#include "Vok/detail/ValueOpsOf.h"
 
+#include <cstddef>
 #include <optional>
 #include <utility>
 
@@ -18,6 +20,28 @@ template< class Map > struct NodeLog {
 
    static constexpr bool isSet = !requires( Node n ) { n.value; };
    static constexpr bool keyed = requires( Node n ) { n.valueIs( n.value ); };
+
+   /// The bytes that every node takes in a log; 0 where they differ from node to node.
+   static constexpr std::size_t fixedSize() noexcept
+   {
+      constexpr std::size_t ofKey = fixedLogSize< Key >();
+      if constexpr ( isSet ) {
+         return ofKey;
+      } else {
+         constexpr std::size_t ofValue = fixedLogSize< typename NodeValue< Node >::Type >();
+         return ofValue == 0 || keyed ? ofValue : ofKey == 0 ? 0 : ofKey + ofValue;
+      }
+   }
+
+   static void write( NboAttrLog::Out & out, const Node & node )
+   {
+      if constexpr ( !keyed ) {
+         ValueType< Key >::encode( out, node.fwkKey() );
+      }
+      if constexpr ( !isSet ) {
+         ValueType< typename NodeValue< Node >::Type >::encode( out, node.value );
+      }
+   }
 
    static Key readKey( NboAttrLog::In & in )
    {

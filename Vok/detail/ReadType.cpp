@@ -95,14 +95,6 @@ void reconcile( const ReadType & type, const ReadRow & row, std::string_view typ
    }
 }
 
-// A default of this side's own may lie beyond the bounds that its mutator checks; no other may.
-void checkInitial( const AttributeRow & own, const void * initial )
-{
-   if ( own.check && !own.value->equal( initial, defaultOf( own ).data() ) ) {
-      own.check( initial );
-   }
-}
-
 void readInitial( In & in, ReadRow & row )
 {
    const std::uint64_t size = in.getVarint();
@@ -117,7 +109,14 @@ void readInitial( In & in, ReadRow & row )
       if ( initial.remaining() != 0 ) {
          throw Exception( "a default in a batch is longer than its value" );
       }
-      checkInitial( *row.own, row.initial->data() );
+      const void * const value = row.initial->data();
+      const bool own = row.own->value->equal( value, defaultOf( *row.own ).data() );
+      // A default of this side's own may lie beyond the bounds that its mutator checks; no other.
+      if ( row.own->check && !own ) {
+         row.own->check( value );
+      }
+      // That of a type without text is not in the table.
+      row.initialIsOwn = own && row.own->value->read;
    }
 }
 

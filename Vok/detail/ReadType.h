@@ -21,6 +21,7 @@ struct ReadRow {
    const AttributeRow * own = nullptr; ///< null: this side does not know it
    std::optional< OwnedValue >
          initial; ///< what a fresh entity of the writer holds; of known ones without members
+   bool initialIsOwn = false; ///< a fresh entity of this side surely holds the same
    AttributeKind kind = AttributeKind::plain;
    std::uint32_t fixedSize = 0;
    std::uint32_t memberType = 0; ///< of children: the number of their type in the stream, plus 1

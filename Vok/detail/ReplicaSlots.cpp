@@ -47,38 +47,46 @@ void SlotPage::verify( std::size_t slot ) noexcept
 
 void SlotPage::reserve( std::size_t places )
 {
-   if ( places > room_ && room_ < slots ) {
-      const std::size_t room = std::min( std::max( places, 2 * std::size_t{ room_ } ), slots );
-      auto others = std::make_unique< SlotPlace[] >( room - 1 );
-      std::copy_n( others_.get(), room_ - 1, others.get() );
-      others_ = std::move( others );
-      room_ = static_cast< std::uint8_t >( room );
+   if ( places <= room_ || room_ == slots || ( places == used_ + 1U && freeNumber() <= used_ ) ) {
+      return;
    }
+   const std::size_t room = std::min( std::max( places, 2 * std::size_t{ room_ } ), slots );
+   auto others = std::make_unique< SlotPlace[] >( room - 1 );
+   std::copy_n( others_.get(), room_ - 1, others.get() );
+   others_ = std::move( others );
+   room_ = static_cast< std::uint8_t >( room );
 }
 
-// The number of a place: an equal one's, or that of one that no slot has any more, or a new one.
-std::size_t SlotPage::numberOf( const SlotPlace & place ) noexcept
+// The first number of a place that no slot has.
+std::size_t SlotPage::freeNumber() const noexcept
 {
-   for ( std::size_t number = used_; number != 0; --number ) { // siblings follow each other
-      if ( placeNumber( number ) == place ) {
-         return number;
-      }
-   }
    std::uint64_t taken = 1; // a bit for each number; 0 is none of a place
    for ( const std::uint8_t number : placeOf_ ) {
       taken |= std::uint64_t{ 1 } << number;
    }
-   const auto number = static_cast< std::size_t >( std::countr_one( taken ) );
-   used_ = static_cast< std::uint8_t >( std::max< std::size_t >( used_, number ) );
+   return static_cast< std::size_t >( std::countr_one( taken ) );
+}
+
+// The number of a place: that of an equal one among so many of the last, or a new one, or that of
+// one that no slot has any more.
+std::size_t SlotPage::numberOf( const SlotPlace & place, std::size_t looks ) noexcept
+{
+   const std::size_t before = used_ - std::min< std::size_t >( looks, used_ );
+   for ( std::size_t number = used_; number != before; --number ) {
+      if ( placeNumber( number ) == place ) {
+         return number;
+      }
+   }
+   const std::size_t number = used_ < room_ ? ++used_ : freeNumber();
    ( number == 1 ? first_ : others_[ number - 2 ] ) = place;
    return number;
 }
 
-void SlotPage::placeIs( std::size_t slot, const SlotPlace & place ) noexcept
+void SlotPage::putInto( std::size_t slot, const SlotPlace & place, std::size_t looks ) noexcept
 {
    const SlotPlace copy = place; // it may be the one that goes
    placeOf_[ slot ] = 0;
-   placeOf_[ slot ] = static_cast< std::uint8_t >( numberOf( copy ) );
+   placeOf_[ slot ] = static_cast< std::uint8_t >( numberOf( copy, looks ) );
    verified_ &= ~( std::uint32_t{ 1 } << slot );
 }
 
@@ -88,7 +96,8 @@ void SlotPage::fill( std::size_t slot, const SlotPlace & place, Entity * entity 
       entity->publisher().linkIs( *this );
    }
    entities_[ slot ] = entity;
-   placeIs( slot, place );
+   constexpr std::size_t looks = 4; // siblings follow each other, or those of a few parents
+   putInto( slot, place, looks );
 }
 
 bool SlotPage::links( const Entity & entity ) const noexcept

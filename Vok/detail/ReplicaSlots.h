@@ -62,7 +62,10 @@ class SlotPage : public Listeners {
    std::size_t places() const noexcept { return used_; }
 
    /// Changes a slot's place; there is room for it.
-   void placeIs( std::size_t slot, const SlotPlace & place ) noexcept;
+   void placeIs( std::size_t slot, const SlotPlace & place ) noexcept
+   {
+      putInto( slot, place, slots );
+   }
 
    /// Fills a slot that has none; null is an entity that has gone. There is room for its place.
    /// Throws std::bad_alloc, and is then as before.
@@ -80,7 +83,9 @@ class SlotPage : public Listeners {
    {
       return number == 1 ? first_ : others_[ number - 2 ];
    }
-   std::size_t numberOf( const SlotPlace & place ) noexcept;
+   std::size_t freeNumber() const noexcept;
+   std::size_t numberOf( const SlotPlace & place, std::size_t looks ) noexcept;
+   void putInto( std::size_t slot, const SlotPlace & place, std::size_t looks ) noexcept;
    bool links( const Entity & entity ) const noexcept;
 
    std::uint32_t verified_ = 0; // a bit for each slot

@@ -143,7 +143,7 @@ struct SizeClass {
       withRoom = slab;
    }
 
-   void unlink( Slab * slab ) noexcept
+   [[gnu::noinline]] void unlink( Slab * slab ) noexcept
    {
       ( slab->previous != nullptr ? slab->previous->next : withRoom ) = slab->next;
       if ( slab->next != nullptr ) {
@@ -151,19 +151,25 @@ struct SizeClass {
       }
    }
 
+   // Makes sure that one has room.
+   [[gnu::noinline]] void provide()
+   {
+      if ( spare == nullptr ) {
+         spare = newSlab();
+         ++slabs;
+      }
+      link( spare );
+      spare = nullptr;
+   }
+
    void * allocate( std::size_t size, std::size_t wanted )
    {
-      if ( withRoom == nullptr ) {
-         if ( spare == nullptr ) {
-            spare = newSlab();
-            ++slabs;
-         }
-         link( spare );
-         spare = nullptr;
+      if ( withRoom == nullptr ) [[unlikely]] {
+         provide();
       }
       Slab * const slab = withRoom;
       void * const object = slab->take( size, wanted );
-      if ( !slab->hasRoom( size ) ) {
+      if ( !slab->hasRoom( size ) ) [[unlikely]] {
          unlink( slab );
       }
       return object;
@@ -173,13 +179,15 @@ struct SizeClass {
    Slab * free( void * object, std::size_t size ) noexcept
    {
       Slab * const slab = slabOf( object );
-      if ( !slab->hasRoom( size ) ) {
+      if ( !slab->hasRoom( size ) ) [[unlikely]] {
          link( slab );
       }
       slab->give( object, size );
-      if ( slab->objects > 0 ) {
-         return nullptr;
-      }
+      return slab->objects > 0 ? nullptr : emptied( slab );
+   }
+
+   [[gnu::noinline]] Slab * emptied( Slab * slab ) noexcept
+   {
       unlink( slab );
       if ( spare == nullptr ) {
          slab->reset();
@@ -204,44 +212,36 @@ SizeClass & classOf( std::size_t roundedSize ) noexcept
    return classes[ roundedSize / unit - 1 ];
 }
 
-// Holds a lock as long as it lives, if there is anybody to lock out.
-class Guard {
- public:
-   explicit Guard( std::mutex & lock ) : lock_( singleThreaded() ? nullptr : &lock )
-   {
-      if ( lock_ != nullptr ) {
-         lock_->lock();
-      }
-   }
-   Guard( const Guard & ) = delete;
-   Guard & operator=( const Guard & ) = delete;
-   ~Guard()
-   {
-      if ( lock_ != nullptr ) {
-         lock_->unlock();
-      }
-   }
+[[gnu::noinline]] void * allocateAmongThreads( SizeClass & sizeClass, std::size_t size )
+{
+   const std::scoped_lock lock( sizeClass.lock );
+   return sizeClass.allocate( roundedUp( size ), size );
+}
 
- private:
-   std::mutex * lock_;
-};
+[[gnu::noinline]] Slab * freeAmongThreads(
+      SizeClass & sizeClass, void * object, std::size_t size ) noexcept
+{
+   const std::scoped_lock lock( sizeClass.lock );
+   return sizeClass.free( object, roundedUp( size ) );
+}
 
 } // namespace
 
+// Both are short where there is one thread: what is rare is a call to somewhere else.
 void * slabAllocate( std::size_t size )
 {
-   if ( size > largest ) {
+   if ( size > largest ) [[unlikely]] {
       return ::operator new( size );
    }
    const std::size_t rounded = roundedUp( size );
    SizeClass & sizeClass = classOf( rounded );
-   const Guard guard( sizeClass.lock );
-   return sizeClass.allocate( rounded, size == 0 ? 1 : size );
+   return singleThreaded() ? sizeClass.allocate( rounded, size == 0 ? 1 : size )
+                           : allocateAmongThreads( sizeClass, size == 0 ? 1 : size );
 }
 
 void slabFree( void * object, std::size_t size ) noexcept
 {
-   if ( size > largest ) {
+   if ( size > largest ) [[unlikely]] {
       ::operator delete( object );
       return;
    }
@@ -252,12 +252,9 @@ void slabFree( void * object, std::size_t size ) noexcept
    }
    const std::size_t rounded = roundedUp( size );
    SizeClass & sizeClass = classOf( rounded );
-   Slab * empty = nullptr;
-   {
-      const Guard guard( sizeClass.lock );
-      empty = sizeClass.free( object, rounded );
-   }
-   if ( empty != nullptr ) {
+   Slab * const empty = singleThreaded() ? sizeClass.free( object, rounded )
+                                         : freeAmongThreads( sizeClass, object, rounded );
+   if ( empty != nullptr ) [[unlikely]] {
       deleteSlab( empty );
    }
 }
@@ -265,7 +262,7 @@ void slabFree( void * object, std::size_t size ) noexcept
 std::size_t slabsHeld( std::size_t size )
 {
    SizeClass & sizeClass = classOf( roundedUp( size ) );
-   const Guard guard( sizeClass.lock );
+   const std::scoped_lock lock( sizeClass.lock );
    return sizeClass.slabs;
 }
 

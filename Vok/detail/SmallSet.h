@@ -25,14 +25,13 @@ template< class Key > class SmallSet {
    /// then as before.
    bool insert( const Key & key )
    {
-      if ( contains( key ) ) {
+      if ( first_ ) {
+         return !( *first_ == key ) && more_.insert( key );
+      }
+      if ( !more_.empty() && more_.find( key ) ) {
          return false;
       }
-      if ( first_ ) {
-         more_.insert( key );
-      } else {
-         first_.emplace( key );
-      }
+      first_.emplace( key );
       return true;
    }
 

@@ -148,12 +148,18 @@ template< class Map, bool owned > struct EntitiesStreamOps {
 };
 
 template< class Map >
-inline constexpr StreamOps childrenStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr,
-   nullptr, EntitiesStreamOps< Map, true >::stage, EntitiesStreamOps< Map, true >::adopt };
+inline constexpr StreamOps childrenStreamOps = {
+   .dirtyKeys = MapStreamOps< Map >::dirtyKeys,
+   .stageEntities = EntitiesStreamOps< Map, true >::stage,
+   .adopt = EntitiesStreamOps< Map, true >::adopt,
+};
 
 template< class Map >
-inline constexpr StreamOps referencesStreamOps = { MapStreamOps< Map >::dirtyKeys, nullptr, nullptr,
-   nullptr, EntitiesStreamOps< Map, false >::stage, EntitiesStreamOps< Map, false >::adopt };
+inline constexpr StreamOps referencesStreamOps = {
+   .dirtyKeys = MapStreamOps< Map >::dirtyKeys,
+   .stageEntities = EntitiesStreamOps< Map, false >::stage,
+   .adopt = EntitiesStreamOps< Map, false >::adopt,
+};
 
 /// A single child: what comes in the place of what is there.
 template< class T > class StagedChild final : public Staged {
@@ -211,7 +217,9 @@ template< class T > struct ChildStreamOps {
    }
 };
 
-template< class T > inline constexpr StreamOps childStreamOps = { nullptr, nullptr, nullptr,
-   nullptr, ChildStreamOps< T >::stage, ChildStreamOps< T >::adopt };
+template< class T > inline constexpr StreamOps childStreamOps = {
+   .stageEntities = ChildStreamOps< T >::stage,
+   .adopt = ChildStreamOps< T >::adopt,
+};
 
 } // namespace Vok::Detail

@@ -54,6 +54,13 @@ template< class Map > class StagedMap final : public Staged {
    {
       SmallSet< Key > seen;
       std::size_t insertions = 0;
+      if constexpr ( Log::fixedSize() != 0 ) {
+         const std::size_t count = in.remaining() / ( Log::fixedSize() + ( whole ? 0 : 1 ) );
+         if ( count > 1 ) {
+            seen.reserve( count );
+            changes_.reserve( whole ? 0 : count );
+         }
+      }
       while ( in.remaining() != 0 ) {
          if ( !whole && readOp( in ) == MemberOp::del ) {
             Key key = Log::readKey( in );
@@ -131,6 +138,28 @@ template< class Map > struct MapStreamOps {
    {
       return std::make_unique< DirtyKeysOf< typename Map::Key > >();
    }
+   static void write( const void * collection, NboAttrLog::Out & out )
+   {
+      const Map & map = *static_cast< const Map * >( collection );
+      out.reserve( map.size() * Log::fixedSize() );
+      for ( typename Map::Cursor cursor( map ); !cursor.atEnd(); cursor.next() ) {
+         Log::write( out, *cursor );
+      }
+   }
+   static void writeChanged( const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out )
+   {
+      using Key = typename Map::Key;
+      const Map & map = *static_cast< const Map * >( collection );
+      static_cast< const DirtyKeysOf< Key > & >( keys ).eachKey( [ & ]( const Key & key ) {
+         const auto * const node = map.find( key );
+         putOp( out, node ? MemberOp::put : MemberOp::del );
+         if ( node ) {
+            Log::write( out, *node );
+         } else {
+            ValueType< Key >::encode( out, key );
+         }
+      } );
+   }
    static void check( NboAttrLog::In & in, bool whole )
    {
       while ( in.remaining() != 0 ) {
@@ -177,9 +206,14 @@ template< class Map > struct MapStreamOps {
    }
 };
 
-template< class Map > inline constexpr StreamOps mapStreamOps = { MapStreamOps< Map >::dirtyKeys,
-   MapStreamOps< Map >::check, MapStreamOps< Map >::load, MapStreamOps< Map >::stage, nullptr,
-   nullptr };
+template< class Map > inline constexpr StreamOps mapStreamOps = {
+   .dirtyKeys = MapStreamOps< Map >::dirtyKeys,
+   .write = MapStreamOps< Map >::write,
+   .writeChanged = MapStreamOps< Map >::writeChanged,
+   .check = MapStreamOps< Map >::check,
+   .load = MapStreamOps< Map >::load,
+   .stage = MapStreamOps< Map >::stage,
+};
 
 template< class Set > inline constexpr StreamOps setStreamOps = mapStreamOps< Set >;
 

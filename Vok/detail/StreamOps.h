@@ -27,25 +27,34 @@ struct StageMode {
    bool heard = true; ///< somebody may have to be told
 };
 
+/// Null where an operation does not fit the collection.
 struct StreamOps {
-   std::unique_ptr< DirtyKeys > ( *dirtyKeys )();
+   /// An empty set of keys. Not of a single child.
+   std::unique_ptr< DirtyKeys > ( *dirtyKeys )() = nullptr;
+
+   /// Writes all members, or what stands under each of the keys, or that nothing does. Maps and
+   /// sets only.
+   void ( *write )( const void * collection, NboAttrLog::Out & out ) = nullptr;
+   void ( *writeChanged )(
+         const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out ) = nullptr;
 
    /// Reads a payload to its end and keeps nothing of it: throws for what could not be applied.
    /// Maps and sets only.
-   void ( *check )( NboAttrLog::In & in, bool whole );
+   void ( *check )( NboAttrLog::In & in, bool whole ) = nullptr;
 
    /// Reads all members into the collection of a fresh entity. Maps and sets only.
-   void ( *load )( void * collection, NboAttrLog::In & in );
+   void ( *load )( void * collection, NboAttrLog::In & in ) = nullptr;
 
    /// Stages what a payload asks for. Maps and sets only; null where nothing differs.
-   std::unique_ptr< Staged > ( *stage )( void * collection, NboAttrLog::In & in, StageMode mode );
+   std::unique_ptr< Staged > ( *stage )(
+         void * collection, NboAttrLog::In & in, StageMode mode ) = nullptr;
 
    /// Stages changes of children or references: what each key becomes. Null where nothing differs.
    std::unique_ptr< Staged > ( *stageEntities )(
-         void * collection, const EntityOps & ops, StageMode mode );
+         void * collection, const EntityOps & ops, StageMode mode ) = nullptr;
 
    /// Puts a fresh child, or a reference, into the collection of a fresh entity.
-   void ( *adopt )( Entity & owner, void * collection, const Entity & member );
+   void ( *adopt )( Entity & owner, void * collection, const Entity & member ) = nullptr;
 };
 
 /// Operations in the payload of a collection.
@@ -54,6 +63,11 @@ enum class MemberOp : std::uint8_t {
    put = 1,
    keep = 2 ///< of a whole collection of children: one that the reader has stays
 };
+
+inline void putOp( NboAttrLog::Out & out, MemberOp op )
+{
+   out.put( static_cast< std::uint8_t >( op ) );
+}
 
 inline MemberOp readOp( NboAttrLog::In & in )
 {

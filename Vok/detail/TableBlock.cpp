@@ -116,13 +116,6 @@ void TableCursor::unlink() noexcept
    ahead = {};
 }
 
-void cursorsAfterInsertion( const TableHeader & table ) noexcept
-{
-   for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {
-      cursor->ahead = {};
-   }
-}
-
 void cursorsAfterRemoval( const TableHeader & table, const void * node ) noexcept
 {
    for ( TableCursor * cursor = table.cursors; cursor != nullptr; cursor = cursor->next ) {

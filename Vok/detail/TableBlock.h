@@ -95,10 +95,10 @@ class VOK_EXPORT TableCursor {
    TableCursor * previous_ = nullptr;
 };
 
-// What a change of the table means for the cursors on it.
+// What a change of the table means for the cursors on it. A node that comes means nothing: whether
+// an iteration that is under way comes to it is left open.
 //
-// A node has come, and a node has gone.
-VOK_EXPORT void cursorsAfterInsertion( const TableHeader & table ) noexcept;
+// A node has gone.
 VOK_EXPORT void cursorsAfterRemoval( const TableHeader & table, const void * node ) noexcept;
 // The block has given way to another one.
 VOK_EXPORT void moveCursors( TableHeader & from, TableHeader & to ) noexcept;

@@ -33,6 +33,21 @@ using Numbers = Vok::HashMap2018< Vok::MapNode< std::uint32_t, Corvo::String >, 
 using Names = Vok::HashMap2018< Vok::MapNode< Corvo::String, std::uint32_t >, Corvo::String,
       std::uint32_t >;
 
+// A key that says where it stands: all have the same mark and are counted alike.
+struct Placed {
+   std::uint32_t home = 0;
+   std::uint32_t number = 0;
+   bool operator==( const Placed & ) const = default;
+};
+
+} // namespace
+
+template<> struct Vok::Detail::KeyHash< Placed > {
+   static std::uint64_t hash( Placed key, HashSeed ) { return key.home; }
+};
+
+namespace {
+
 TEST( HashMap2018Test, IsOnePointer )
 {
    EXPECT_EQ( sizeof( Numbers ), sizeof( void * ) );
@@ -140,6 +155,38 @@ TEST( HashMap2018Test, ASetHoldsEveryKeyOnce )
    EXPECT_TRUE( set.erase( "mango" ) );
    EXPECT_FALSE( set.erase( "mango" ) );
    EXPECT_EQ( set.size(), 100u );
+}
+
+TEST( HashMap2018Test, ATableKeepsItsSeedWhenItGrows )
+{
+   Vok::Detail::HashTable< Vok::SetNode< std::uint32_t > > table;
+   table.reserve( 1 );
+   const Vok::Detail::HashSeed seed = Vok::Detail::TableInspector::seedOf( table );
+   table.reserve( 1000 );
+   EXPECT_EQ( Vok::Detail::TableInspector::seedOf( table ).a, seed.a );
+   EXPECT_EQ( Vok::Detail::TableInspector::seedOf( table ).b, seed.b );
+}
+
+TEST( HashMap2018Test, ASearchEndsWhereNodesWentPastEveryGroup )
+{
+   // Two groups of thirteen slots: one key of each home has its place in the other's.
+   Vok::HSet< Placed > keys;
+   for ( std::uint32_t number = 0; number != 14; ++number ) {
+      keys.insert( { 0, number } );
+   }
+   for ( std::uint32_t number = 0; number != 8; ++number ) {
+      EXPECT_TRUE( keys.erase( { 0, number } ) );
+   }
+   for ( std::uint32_t number = 0; number != 13; ++number ) {
+      keys.insert( { 1, number } );
+   }
+   ASSERT_EQ( keys.capacity(), 22u );
+   for ( const std::uint32_t home : { 0u, 1u } ) {
+      EXPECT_EQ( keys.find( { home, 100 } ), nullptr );
+      EXPECT_FALSE( keys.erase( { home, 100 } ) );
+      EXPECT_TRUE( keys.erase( { home, home == 0 ? 13u : 12u } ) );
+   }
+   EXPECT_EQ( keys.size(), 17u );
 }
 
 TEST( HashMap2018Test, AValueUnderAnotherKeyEndsTheProcess )

@@ -62,6 +62,13 @@ struct TableInspector {
       ASSERT_TRUE( counted == passed || counted == 7 ) << counted << " of " << passed;
    }
 
+   /// Of a table that has a block.
+   template< class Node, class Marks >
+   static HashSeed seedOf( const HashTable< Node, Marks > & map )
+   {
+      return map.table_->seed;
+   }
+
    /// I1 to I4 of OrderedMap.h.
    template< class Node > static void expectSound( const BTree< Node > & map )
    {

@@ -213,6 +213,26 @@ TEST( ReplicaSlotsTest, placesThatNoSlotHasAreUsedAgain )
    }
 }
 
+// Those of more parents than are looked at, in turn: some places stand in a page several times.
+TEST( ReplicaSlotsTest, placesMayTakeTurns )
+{
+   Table table;
+   const auto placeOf = []( std::uint64_t round, std::uint64_t number ) {
+      return SlotPlace{ round, number % 7, 0, false };
+   };
+   for ( std::uint64_t round = 1; round != 20; ++round ) {
+      ReplicaSlots fresh( table.shapeChanges );
+      for ( std::uint64_t number = 0; number != 2 * SlotPage::slots; ++number ) {
+         fresh.insert( number, placeOf( round, number ), nullptr );
+      }
+      table.slots.reserve( fresh );
+      table.slots.takeAll( fresh );
+      for ( std::uint64_t number = 0; number != 2 * SlotPage::slots; ++number ) {
+         EXPECT_EQ( table.slots.find( number ).place(), placeOf( round, number ) );
+      }
+   }
+}
+
 TEST( ReplicaSlotsTest, aSlotBecomesOutsideAlone )
 {
    Table table;
