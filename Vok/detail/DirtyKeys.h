@@ -43,19 +43,21 @@ template< class Key > class DirtyKeysOf final : public DirtyKeys {
    bool note( const void * key, bool insertion, FunctionRef< bool() > present ) override
    {
       const Key & k = *static_cast< const Key * >( key );
-      if ( fresh_.size() != 0 && fresh_.contains( k ) ) {
+      if ( !fresh_.empty() && fresh_.contains( k ) ) {
          if ( !present() ) {
             fresh_.erase( k );
          }
-      } else if ( insertion && !known_.contains( k ) && present() ) {
-         fresh_.insert( k );
-      } else {
-         if ( known_.size() == some ) {
-            known_.reserve( expected );
-         }
-         known_.insert( k );
+         return !known_.empty() || !fresh_.empty();
       }
-      return known_.size() + fresh_.size() != 0;
+      if ( insertion && !known_.contains( k ) && present() ) {
+         fresh_.insert( k );
+         return true;
+      }
+      if ( known_.size() == some ) [[unlikely]] {
+         known_.reserve( expected );
+      }
+      known_.insert( k );
+      return true;
    }
    bool contains( const void * key ) const override
    {

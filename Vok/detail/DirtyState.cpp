@@ -66,23 +66,22 @@ DirtyKeys * DirtyState::keysOf( std::size_t index ) const noexcept
 void DirtyState::noteKey(
       const Corvo::Change & change, std::size_t index, const AttributeRow & row )
 {
-   DirtyKeys * keys = keysOf( index );
-   std::unique_ptr< DirtyKeys > made;
-   if ( !keys ) {
-      made = row.collection->stream->dirtyKeys();
-      made->index = static_cast< std::uint32_t >( index );
-      made->expected = std::exchange( keysBefore_, 0 );
-      keys = made.get();
-   }
+   const void * const key = change.keyAddress();
+   const auto present = [ & ] {
+      return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
+   };
    // Changes of one member may be told in another order than they were stored in, when notifiees
    // make some: then nothing is known of what was before.
    const bool insertion =
          !change.hasOldValue() && trusting_ && change.entity.publisher().inOrder();
-   const void * const key = change.keyAddress();
-   const bool any = keys->note( key, insertion, [ & ] {
-      return row.collection->find( storageOf( change.entity, row ), key ) != nullptr;
-   } );
-   if ( made ) {
+   bool any = true;
+   if ( DirtyKeys * const keys = keysOf( index ) ) [[likely]] {
+      any = keys->note( key, insertion, present );
+   } else {
+      std::unique_ptr< DirtyKeys > made = row.collection->stream->dirtyKeys();
+      made->index = static_cast< std::uint32_t >( index );
+      made->expected = std::exchange( keysBefore_, 0 );
+      any = made->note( key, insertion, present );
       made->next = std::move( keys_ );
       keys_ = std::move( made );
    }

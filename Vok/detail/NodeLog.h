@@ -29,7 +29,11 @@ template< class Map > struct NodeLog {
          return ofKey;
       } else {
          constexpr std::size_t ofValue = fixedLogSize< typename NodeValue< Node >::Type >();
-         return ofValue == 0 || keyed ? ofValue : ofKey == 0 ? 0 : ofKey + ofValue;
+         if constexpr ( keyed ) {
+            return ofValue;
+         } else {
+            return ofKey != 0 && ofValue != 0 ? ofKey + ofValue : 0;
+         }
       }
    }
 

@@ -13,6 +13,7 @@ namespace Vok::Detail {
 template< class Key > class SmallSet {
  public:
    std::size_t size() const noexcept { return more_.size() + ( first_ ? 1U : 0U ); }
+   bool empty() const noexcept { return !first_ && more_.empty(); }
 
    void reserve( std::size_t size ) { more_.reserve( size ); }
 

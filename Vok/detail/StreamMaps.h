@@ -146,7 +146,8 @@ template< class Map > struct MapStreamOps {
          Log::write( out, *cursor );
       }
    }
-   static void writeChanged( const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out )
+   static void writeChanged(
+         const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out )
    {
       using Key = typename Map::Key;
       const Map & map = *static_cast< const Map * >( collection );
