@@ -95,12 +95,6 @@ void BatchApply::introduce( const Intro & intro )
    }
 }
 
-BatchApply::Intro * BatchApply::introOf( std::uint64_t number )
-{
-   const std::uint32_t position = introByNumber_.find( number );
-   return position != 0 ? &intros_[ position - 1 ] : nullptr;
-}
-
 void BatchApply::scan()
 {
    In in = frame_.content;
@@ -131,17 +125,18 @@ void BatchApply::scan()
          slot.reserveOutside();
          left_.push_back( slot );
       }
-      const In start = in;
-      eachAttribute( in, *types_[ head.typeNumber ], []( const ReadRow &, In ) {} );
-      if ( types_[ head.typeNumber ]->hasEntities ) {
-         introduceChildren( record, start );
+      if ( const ReadType & type = *types_[ head.typeNumber ]; type.hasEntities ) {
+         introduceChildren( record, type, in );
+      } else {
+         eachAttribute( in, type, []( const ReadRow &, In ) {} );
       }
    }
 }
 
-void BatchApply::introduceChildren( const Record & record, In in )
+// Reads to the end of the record's attributes.
+void BatchApply::introduceChildren( const Record & record, const ReadType & type, In & in )
 {
-   eachAttribute( in, *types_[ record.type ], [ & ]( const ReadRow & row, In payload ) {
+   eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
       if ( row.kind == AttributeKind::references && row.own ) {
          noteReferences( record.number, *row.own, payload );
       }

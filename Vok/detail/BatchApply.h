@@ -88,13 +88,18 @@ class BatchApply {
 
    void checkRoot( NboAttrLog::In arguments );
    void scan();
-   void introduceChildren( const Record & record, NboAttrLog::In attributes );
+   void introduceChildren(
+         const Record & record, const ReadType & type, NboAttrLog::In & attributes );
    void introduce( const Intro & intro );
    void noteReferences( std::uint64_t referrer, const AttributeRow & row, NboAttrLog::In payload );
    void noteArguments( const Intro & intro );
    void noteReference( std::uint64_t number, Referrer referrer );
 
-   Intro * introOf( std::uint64_t number );
+   Intro * introOf( std::uint64_t number )
+   {
+      const std::uint32_t position = introByNumber_.find( number );
+      return position != 0 ? &intros_[ position - 1 ] : nullptr;
+   }
    Entity * entityOf( std::uint64_t number );
    Entity * parentOf( const Intro & intro );
    Corvo::Ptr< Entity > targetOf( std::uint64_t number, const AttributeRow & row );
@@ -118,6 +123,7 @@ class BatchApply {
    void apply( const Record & record, NboAttrLog::In & attributes );
    void applyFresh( Entity & entity, const Record & record, NboAttrLog::In & attributes );
    void applyExisting( Entity & entity, const Record & record, NboAttrLog::In & attributes );
+   void loadDefault( Entity & entity, const ReadRow & row );
    void loadAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );

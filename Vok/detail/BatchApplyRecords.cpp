@@ -115,10 +115,13 @@ void BatchApply::apply( const Record & record, In & attributes )
 void BatchApply::applyFresh( Entity & entity, const Record & record, In & attributes )
 {
    const ReadType & type = *types_[ record.type ];
-   mentioned_.assign( type.rows.size(), 0 );
+   const bool noting = !type.otherDefaults.empty();
+   mentioned_.assign( noting ? type.rows.size() : 0, 0 );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
-         mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = 1;
+         if ( noting ) {
+            mentioned_[ static_cast< std::size_t >( &row - type.rows.data() ) ] = 1;
+         }
          if ( row.own ) {
             loadAttribute( entity, row, payload );
          } else {
@@ -126,23 +129,28 @@ void BatchApply::applyFresh( Entity & entity, const Record & record, In & attrib
          }
       } );
    }
-   for ( std::size_t i = 0; i != type.rows.size(); ++i ) {
-      const ReadRow & row = type.rows[ i ];
-      if ( mentioned_[ i ] || !row.own ) {
-         continue;
+   for ( const std::uint32_t index : type.otherDefaults ) {
+      if ( !mentioned_[ index ] ) {
+         loadDefault( entity, type.rows[ index ] );
       }
-      void * const storage = storageOf( entity, *row.own );
-      if ( row.kind == AttributeKind::child && row.own->collection->size( storage ) != 0 ) {
+   }
+}
+
+// What the writer's entity holds by default, and one of this side perhaps does not.
+void BatchApply::loadDefault( Entity & entity, const ReadRow & row )
+{
+   void * const storage = storageOf( entity, *row.own );
+   if ( row.kind == AttributeKind::child ) {
+      if ( row.own->collection->size( storage ) != 0 ) {
          // The constructor made it, the writer has it no more.
          const auto staged = row.own->collection->stream->stageEntities(
                storage, noOps(), { .whole = true } );
          staged->owner = Corvo::Ptr< Entity >( &entity );
          staged->commit();
-      } else if ( row.initial && !row.initialIsOwn &&
-            differs( *row.own, storage, row.initial->data() ) ) {
-         OwnedValue next( *row.initial );
-         StagedValue( storage, std::move( next ) ).commit();
       }
+   } else if ( differs( *row.own, storage, row.initial->data() ) ) {
+      OwnedValue next( *row.initial );
+      StagedValue( storage, std::move( next ) ).commit();
    }
 }
 

@@ -139,7 +139,8 @@ void BatchWriter::writeNode( Node & node )
    for ( const WrittenRow & written : type.rows ) {
       const CollectionOps * const collection = written.row->collection;
       const void * const storage = storageOf( entity, *written.row );
-      if ( collection ? collection->size( storage ) == 0 : isInitial( written, storage ) ) {
+      if ( collection ? collection->size( storage ) == 0
+                      : written.sameBytes( storage ) || isInitial( written, storage ) ) {
          continue;
       }
       any = true;

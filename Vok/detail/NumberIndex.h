@@ -48,11 +48,10 @@ class NumberIndex {
    std::uint32_t find( std::uint64_t number ) const noexcept
    {
       const std::uint64_t place = number - lowest_; // of a lower number beyond all
-      if ( place < near_.size() ) {
+      if ( place < near_.size() ) [[likely]] {
          return near_[ static_cast< std::size_t >( place ) ];
       }
-      const auto * const found = far_.empty() ? nullptr : far_.find( number );
-      return found ? found->value : 0;
+      return far_.empty() ? 0 : findFar( number );
    }
 
    /// Puts a position, which is not 0, under a number of the range. False where there is one.
@@ -69,6 +68,12 @@ class NumberIndex {
 
  private:
    using Node = MapNode< std::uint64_t, std::uint32_t >;
+
+   [[gnu::noinline]] std::uint32_t findFar( std::uint64_t number ) const noexcept
+   {
+      const Node * const found = far_.find( number );
+      return found ? found->value : 0;
+   }
 
    std::uint64_t lowest_;
    std::vector< std::uint32_t > near_;

@@ -21,7 +21,7 @@ struct ReadRow {
    const AttributeRow * own = nullptr; ///< null: this side does not know it
    std::optional< OwnedValue >
          initial; ///< what a fresh entity of the writer holds; of known ones without members
-   bool initialIsOwn = false; ///< a fresh entity of this side surely holds the same
+   bool initialIsOwn = false; ///< a fresh entity of this side surely holds it
    AttributeKind kind = AttributeKind::plain;
    std::uint32_t fixedSize = 0;
    std::uint32_t memberType = 0; ///< of children: the number of their type in the stream, plus 1
@@ -49,6 +49,8 @@ struct ReadType {
    const TypeData * own = nullptr;
    std::vector< ReadArgument > arguments;
    std::vector< ReadRow > rows;
+   /// Rows of which a fresh entity of this side may hold something else than one of the writer.
+   std::vector< std::uint32_t > otherDefaults;
    bool hasEntities = false; ///< one of the rows has
    bool refers = false; ///< one of the arguments is a reference
 };

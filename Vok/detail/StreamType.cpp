@@ -9,6 +9,8 @@
 #include "Vok/detail/RowAccess.h"
 #include "Vok/detail/Storage.h"
 
+#include <bit>
+#include <cstring>
 #include <string>
 
 namespace Vok::Detail {
@@ -94,6 +96,21 @@ const Entity * referred( const Entity & entity, const AttributeRow & row )
    return *static_cast< const Entity * const * >( storageOf( entity, row ) );
 }
 
+WrittenRow::WrittenRow( const AttributeRow & attribute, std::size_t number )
+      : row( &attribute ),
+        index( number )
+{
+   if ( row->kind != AttributeKind::plain && row->kind != AttributeKind::optional ) {
+      return;
+   }
+   initial.emplace( defaultOf( *row ) );
+   const std::uint32_t size = row->value->size;
+   if ( !row->storage && std::has_single_bit( size ) && size <= sizeof bytes ) {
+      width = static_cast< std::uint8_t >( size );
+      std::memcpy( bytes, initial->data(), size );
+   }
+}
+
 WrittenType::WrittenType( const TypeData & described ) : type( &described )
 {
    const auto attributes = described.attributes();
@@ -103,10 +120,7 @@ WrittenType::WrittenType( const TypeData & described ) : type( &described )
          arguments.push_back( &row );
       }
       if ( isStreamed( row ) ) {
-         const bool hasDefault =
-               row.kind == AttributeKind::plain || row.kind == AttributeKind::optional;
-         rows.push_back( { &row, i,
-               hasDefault ? std::optional< OwnedValue >( defaultOf( row ) ) : std::nullopt } );
+         rows.emplace_back( row, i );
       }
    }
 }

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -36,8 +37,30 @@ const Entity * referred( const Entity & entity, const AttributeRow & row );
 
 /// One attribute as the writer streams it.
 struct WrittenRow {
+   WrittenRow( const AttributeRow & attribute, std::size_t number );
+
+   /// Whether an entity's attribute, at `storage`, is surely at its default: its bytes are the same.
+   /// Most are, and found so without a call.
+   bool sameBytes( const void * storage ) const noexcept
+   {
+      switch ( width ) {
+      case 1:
+         return std::memcmp( storage, bytes, 1 ) == 0;
+      case 2:
+         return std::memcmp( storage, bytes, 2 ) == 0;
+      case 4:
+         return std::memcmp( storage, bytes, 4 ) == 0;
+      case 8:
+         return std::memcmp( storage, bytes, 8 ) == 0;
+      default:
+         return false;
+      }
+   }
+
    const AttributeRow * row;
    std::size_t index; ///< in the type's table
+   std::uint8_t width = 0; ///< how many bytes the default has, where they are few; else 0
+   std::byte bytes[ 8 ] = {};
    std::optional< OwnedValue > initial;
 };
 
