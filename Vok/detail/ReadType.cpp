@@ -159,7 +159,9 @@ void readRows( In & in, ReadType & type, std::size_t & unknownRows )
          incompatible( type.name, row.name, "a stream describes it twice" );
       }
       type.hasEntities = type.hasEntities || row.hasEntities();
-      if ( row.own && ( row.kind == AttributeKind::child || ( row.initial && !row.initialIsOwn ) ) ) {
+      const bool otherDefault =
+            row.kind == AttributeKind::child || ( row.initial && !row.initialIsOwn );
+      if ( row.own && otherDefault ) {
          type.otherDefaults.push_back( static_cast< std::uint32_t >( type.rows.size() ) );
       }
       type.rows.push_back( std::move( row ) );

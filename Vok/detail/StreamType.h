@@ -39,8 +39,8 @@ const Entity * referred( const Entity & entity, const AttributeRow & row );
 struct WrittenRow {
    WrittenRow( const AttributeRow & attribute, std::size_t number );
 
-   /// Whether an entity's attribute, at `storage`, is surely at its default: its bytes are the same.
-   /// Most are, and found so without a call.
+   /// Whether an entity's attribute, at `storage`, is surely at its default, as its bytes are. Most
+   /// are, and found so without a call.
    bool sameBytes( const void * storage ) const noexcept
    {
       switch ( width ) {
