@@ -85,7 +85,12 @@ class VOK_EXPORT Out {
       }
    }
 
-   /// Overwrites 32 bits that were appended before, at `position` from the start.
+   /// Overwrites a byte that was appended before, at `position` from the start.
+   void patch8( std::size_t position, std::uint8_t v ) noexcept
+   {
+      data_[ position ] = static_cast< std::byte >( v );
+   }
+   /// The same with 32 bits.
    void patch32( std::size_t position, std::uint32_t v ) noexcept;
 
    /// Takes back what was appended after `size`.
