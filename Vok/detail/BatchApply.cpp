@@ -35,11 +35,10 @@ void BatchApply::prepare()
 {
    if ( frame_.whole ) {
       checkRoot( readBlock( frame_.content ) );
-      Intro root;
+      Intro & root = introduce( 0 );
       root.entity = reader_.root_;
       root.state = Intro::State::ready;
       root.birth = frame_.number;
-      introduce( root );
    }
    scan();
    resolveAll();
@@ -87,12 +86,14 @@ void BatchApply::checkRoot( In in )
 
 // ---- Who is introduced ------------------------------------------------------------------------
 
-void BatchApply::introduce( const Intro & intro )
+BatchApply::Intro & BatchApply::introduce( std::uint64_t number )
 {
-   intros_.push_back( intro );
-   if ( !introByNumber_.insert( intro.number, static_cast< std::uint32_t >( intros_.size() ) ) ) {
+   Intro & intro = intros_.emplace_back();
+   intro.number = number;
+   if ( !introByNumber_.insert( number, static_cast< std::uint32_t >( intros_.size() ) ) ) {
       throw Exception( "a batch introduces an entity twice" );
    }
+   return intro;
 }
 
 void BatchApply::scan()
@@ -103,13 +104,11 @@ void BatchApply::scan()
       const Record record{ head.number, head.typeNumber, head.whole() };
       if ( head.kind == Batch::RecordKind::outside ) {
          if ( const Intro * const placed = introOf( head.number ); !placed ) {
-            Intro intro;
-            intro.number = head.number;
+            Intro & intro = introduce( head.number );
             intro.birth = head.birth;
             intro.outside = true;
             intro.type = head.typeNumber;
             intro.arguments = head.arguments;
-            introduce( intro );
          }
       }
       if ( record.whole ) {
@@ -157,23 +156,20 @@ void BatchApply::introduceChildren( const Record & record, const ReadType & type
             continue;
          }
          const ChildHead head = readChildHead( payload );
-         Intro intro;
-         intro.number = head.number;
-         intro.birth = head.birth;
-         intro.parent = record.number;
-         intro.type = row.memberType - 1;
-         intro.row = row.own;
-         intro.arguments = head.arguments;
-         Intro * const before = introOf( head.number );
-         if ( before && before->outside && before->type == intro.type ) {
-            before->outside = false; // it was referred to before its place was told
-            before->parent = intro.parent;
-            before->row = intro.row;
+         const std::uint32_t memberType = row.memberType - 1;
+         Intro * intro = introOf( head.number );
+         if ( intro && intro->outside && intro->type == memberType ) {
+            intro->outside = false; // it was referred to before its place was told
          } else {
-            introduce( intro );
+            intro = &introduce( head.number );
+            intro->birth = head.birth;
+            intro->type = memberType;
+            intro->arguments = head.arguments;
          }
-         if ( otherStream() ) {
-            noteArguments( *introOf( head.number ) );
+         intro->parent = record.number;
+         intro->row = row.own;
+         if ( otherStream() && types_[ memberType ]->refers ) {
+            noteArguments( *intro );
          }
       }
    } );

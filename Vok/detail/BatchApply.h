@@ -90,7 +90,7 @@ class BatchApply {
    void scan();
    void introduceChildren(
          const Record & record, const ReadType & type, NboAttrLog::In & attributes );
-   void introduce( const Intro & intro );
+   Intro & introduce( std::uint64_t number );
    void noteReferences( std::uint64_t referrer, const AttributeRow & row, NboAttrLog::In payload );
    void noteArguments( const Intro & intro );
    void noteReference( std::uint64_t number, Referrer referrer );
@@ -128,6 +128,8 @@ class BatchApply {
    void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
    void stageInitial( Entity & entity, const ReadRow & row );
+   void loadEntities(
+         Entity & entity, const ReadRow & row, void * storage, NboAttrLog::In & payload );
    bool nextEntityOp( const ReadRow & row, const void * collection, NboAttrLog::In & payload,
          EntityOp & next );
    void passOver( const ReadType & type, const ReadRow & row );

@@ -87,9 +87,9 @@ bool differs( const AttributeRow & row, const void * storage, const void * next 
 void BatchApply::apply( const Record & record, In & attributes )
 {
    const Intro * const intro = introOf( record.number );
-   Corvo::Ptr< Entity > entity;
+   Entity * entity = nullptr;
    if ( intro ) {
-      entity = intro->entity;
+      entity = intro->entity.get();
    } else if ( const ReplicaSlot slot = reader_.slots_.find( record.number ); inPlace( slot ) ) {
       entity = slot.entity();
    }
@@ -160,22 +160,38 @@ void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
       readMode( payload );
-      for ( EntityOp op; nextEntityOp( row, storage, payload, op ); ) {
-         const bool there = row.kind == AttributeKind::child &&
-               own.collection->entity( storage, nullptr ) == op.member.get();
-         if ( op.member && !there ) {
-            own.collection->stream->adopt( entity, storage, *op.member );
-         }
-      }
+      loadEntities( entity, row, storage, payload );
    } else if ( row.isCollection() ) {
       readMode( payload );
       own.collection->stream->load( storage, payload );
+   } else if ( own.storage ) {
+      const OwnedValue next = readValue( own, payload );
+      own.storage->store( storage, next.data() );
    } else {
-      OwnedValue next = readValue( own, payload );
-      if ( own.storage ) {
-         own.storage->store( storage, next.data() );
-      } else {
-         own.value->swap( storage, next.data() );
+      own.value->decode( payload, storage );
+   }
+}
+
+void BatchApply::loadEntities(
+      Entity & entity, const ReadRow & row, void * storage, In & payload )
+{
+   const CollectionOps & collection = *row.own->collection;
+   if ( row.kind == AttributeKind::children ) {
+      for ( In ahead = payload; ahead.remaining() != 0 && readOp( ahead ) == MemberOp::put; ) {
+         if ( const Entity * const child = entityOf( readChildHead( ahead ).number ) ) {
+            collection.stream->adopt( entity, storage, *child );
+         }
+         payload = ahead;
+      }
+      if ( payload.remaining() == 0 ) {
+         return;
+      }
+   }
+   for ( EntityOp op; nextEntityOp( row, storage, payload, op ); ) {
+      const bool there = row.kind == AttributeKind::child &&
+            collection.entity( storage, nullptr ) == op.member.get();
+      if ( op.member && !there ) {
+         collection.stream->adopt( entity, storage, *op.member );
       }
    }
 }

@@ -14,10 +14,15 @@ namespace {
 using NboAttrLog::Exception;
 using NboAttrLog::In;
 
+[[noreturn]] void tooLong( const char * what )
+{
+   throw Exception( std::string( what ) + " is longer than what it holds" );
+}
+
 void needEnd( const In & in, const char * what )
 {
    if ( in.remaining() != 0 ) {
-      throw Exception( std::string( what ) + " is longer than what it holds" );
+      tooLong( what );
    }
 }
 

@@ -42,10 +42,9 @@ class BatchWriter::Node final : public FlowOutBase {
 
    static constexpr std::uint16_t noType = 0xffff;
 
-   /// As if no batch had been written; the node keeps its number and its birth.
+   /// As if no batch had been written; the node keeps its numbers and its birth.
    void forget() noexcept
    {
-      type = noType;
       dirty().writtenWhole( entity->publisher() );
       known = 0;
       references = 0;
@@ -80,5 +79,10 @@ class BatchWriter::Node final : public FlowOutBase {
  private:
    void memberLeft( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
 };
+
+inline std::uint64_t BatchWriter::typeIndexOf( Node & node )
+{
+   return node.type != Node::noType ? node.type : findTypeOf( node );
+}
 
 } // namespace Vok::Detail

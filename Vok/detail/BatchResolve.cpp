@@ -213,9 +213,6 @@ void BatchApply::resolveAll()
 void BatchApply::eachReference( const Intro & intro,
       FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f )
 {
-   if ( !types_[ intro.type ]->refers ) {
-      return;
-   }
    In in = intro.arguments;
    for ( const ReadArgument & argument : types_[ intro.type ]->arguments ) {
       if ( argument.reference ) {
@@ -246,9 +243,11 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
       intro.above = above;
       need( above );
    }
-   eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) {
-      need( introOf( number ) );
-   } );
+   if ( types_[ intro.type ]->refers ) {
+      eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) {
+         need( introOf( number ) );
+      } );
+   }
    intro.state = Intro::State::waiting;
    return stack.size() != before;
 }

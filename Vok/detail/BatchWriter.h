@@ -89,13 +89,18 @@ class BatchWriter {
    void writeMembers( Node & node, const WrittenRow & written );
    void writeChangedMembers( Node & node, const WrittenRow & written );
    bool writeChangedMember( Node & node, const AttributeRow & row, const void * key );
+   void writeAllEntities( Node & node, const AttributeRow & row );
    void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
-   void writeChild( Node & parent, const AttributeRow & row, const Entity & child );
+   void writeChild( Node & parent, const Entity & child );
    void writeChildHead( Node & node );
    void writeArguments( Node & node );
+   void putValue( const ValueOps & ops, const void * value );
+   template< class Put > void putSized( Put && put );
+   void putLong( std::size_t start );
    std::uint64_t referenceNumber( const Entity & target );
    std::uint64_t typeIndex( const TypeData & type );
    std::uint64_t typeIndexOf( Node & node );
+   std::uint64_t findTypeOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
    std::size_t beginPayload( std::uint8_t mode );
@@ -136,16 +141,15 @@ class BatchWriter {
    std::vector< std::uint64_t > freeNumbers_;
 
    struct NumberedType {
-      const TypeData * type;
-      std::unique_ptr< WrittenType > written;
+      const WrittenType * written;
+      std::uint64_t describedAt; // the batch that described it; 0 while none has
    };
-   std::vector< NumberedType > types_;
+   std::vector< NumberedType > types_; // the root's first; none is ever forgotten
    std::size_t lastType_ = 0; // the number that was looked for last
    std::size_t described_ = 0; // types that the readers know
 
    NboAttrLog::Out body_;
-   NboAttrLog::Out scratch_;
-   NboAttrLog::Out arguments_;
+   NboAttrLog::Out scratch_; // holds what is too long for a length of one byte
    std::vector< Node * > queue_; // nodes to be written whole
    HSet< const Entity * > belonging_; // entities that are known to belong, while a batch is written
 };

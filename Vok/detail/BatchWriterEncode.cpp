@@ -18,10 +18,13 @@ void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kin
    out.putVarint( number * 4 + static_cast< unsigned >( kind ) );
 }
 
-// Whether a plain or optional attribute is at its default.
+// Whether a plain or optional attribute is at its default, or a collection empty.
 bool isInitial( const WrittenRow & written, const void * storage )
 {
    const AttributeRow & row = *written.row;
+   if ( row.collection ) {
+      return row.collection->size( storage ) == 0;
+   }
    if ( !written.initial ) {
       return false;
    }
@@ -33,21 +36,32 @@ bool isInitial( const WrittenRow & written, const void * storage )
    return row.value->equal( value.data(), written.initial->data() );
 }
 
-// Behind the value of a fixed size stands the next; any other is preceded by its length.
-void putSized(
-      NboAttrLog::Out & out, NboAttrLog::Out & scratch, const ValueOps & ops, const void * value )
+} // namespace
+
+// Puts what `put` puts into the body, with its length before it. That of most takes one byte, for
+// which room is left.
+template< class Put > inline void BatchWriter::putSized( Put && put )
 {
-   if ( ops.fixedLogSize != 0 ) {
-      ops.encode( out, value );
-      return;
+   const std::size_t start = body_.size();
+   body_.put( std::uint8_t{ 0 } );
+   put();
+   const std::size_t size = body_.size() - start - 1;
+   if ( size < 0x80 ) [[likely]] {
+      body_.patch8( start, static_cast< std::uint8_t >( size ) );
+   } else {
+      putLong( start );
    }
-   scratch.clear();
-   ops.encode( scratch, value );
-   out.putVarint( scratch.size() );
-   out.putBytes( scratch.data(), scratch.size() );
 }
 
-} // namespace
+// Makes room for a longer length.
+void BatchWriter::putLong( std::size_t start )
+{
+   scratch_.clear();
+   scratch_.putBytes( body_.data() + start + 1, body_.size() - start - 1 );
+   body_.truncate( start );
+   body_.putVarint( scratch_.size() );
+   body_.putBytes( scratch_.data(), scratch_.size() );
+}
 
 void BatchWriter::write( NboAttrLog::Out & out )
 {
@@ -79,14 +93,13 @@ void BatchWriter::write( NboAttrLog::Out & out )
    belonging_.clear();
    whole_ = false;
    for ( ; described_ != types_.size(); ++described_ ) {
-      types_[ described_ ].written->describedAt = written_;
+      types_[ described_ ].describedAt = written_;
    }
    sweepLoose();
 }
 
 void BatchWriter::writeWhole()
 {
-   types_.clear();
    described_ = 0;
    loose_ = {};
    forgetHistory();
@@ -137,15 +150,13 @@ void BatchWriter::writeNode( Node & node )
    }
    bool any = outside || &entity == root_.get();
    for ( const WrittenRow & written : type.rows ) {
-      const CollectionOps * const collection = written.row->collection;
-      const void * const storage = storageOf( entity, *written.row );
-      if ( collection ? collection->size( storage ) == 0
-                      : written.sameBytes( storage ) || isInitial( written, storage ) ) {
+      const void * const storage = written.storageIn( entity );
+      if ( written.sameBytes( storage ) || isInitial( written, storage ) ) {
          continue;
       }
       any = true;
       body_.putVarint( type.numberOf( written ) );
-      if ( collection ) {
+      if ( written.row->collection ) {
          writeMembers( node, written );
       } else {
          writeValue( entity, written );
@@ -165,9 +176,19 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
    if ( row.storage ) {
       OwnedValue value( *row.value );
       row.storage->load( storage, value.data() );
-      putSized( body_, scratch_, *row.value, value.data() );
+      putValue( *row.value, value.data() );
    } else {
-      putSized( body_, scratch_, *row.value, storage );
+      putValue( *row.value, storage );
+   }
+}
+
+// Behind a value of a fixed size stands the next; any other has its length before it.
+void BatchWriter::putValue( const ValueOps & ops, const void * value )
+{
+   if ( ops.fixedLogSize != 0 ) {
+      ops.encode( body_, value );
+   } else {
+      putSized( [ & ] { ops.encode( body_, value ); } );
    }
 }
 
@@ -197,18 +218,32 @@ void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
    if ( !row.collection->entity ) {
       row.collection->stream->write( storage, body_ );
    } else {
-      row.collection->each( storage, [ & ]( const void * key, const void * value ) {
-         const bool keep = keeps( row, value );
-         putOp( body_, keep ? MemberOp::keep : MemberOp::put );
-         if ( keep ) {
-            row.key->encode( body_, key );
-         } else {
-            writeMember( node, row, key, value );
-         }
-         return true;
-      } );
+      writeAllEntities( node, row );
    }
    endPayload( payload );
+}
+
+void BatchWriter::writeAllEntities( Node & node, const AttributeRow & row )
+{
+   const void * const storage = storageOf( *node.entity, row );
+   if ( !reader_ && row.kind != AttributeKind::references ) {
+      row.collection->each( storage, [ & ]( const void *, const void * value ) {
+         putOp( body_, MemberOp::put );
+         writeChild( node, *row.collection->pointee( value ) );
+         return true;
+      } );
+      return;
+   }
+   row.collection->each( storage, [ & ]( const void * key, const void * value ) {
+      const bool keep = keeps( row, value );
+      putOp( body_, keep ? MemberOp::keep : MemberOp::put );
+      if ( keep ) {
+         row.key->encode( body_, key );
+      } else {
+         writeMember( node, row, key, value );
+      }
+      return true;
+   } );
 }
 
 void BatchWriter::writeMember(
@@ -217,7 +252,7 @@ void BatchWriter::writeMember(
    if ( row.kind == AttributeKind::references ) {
       body_.putVarint( referenceNumber( *row.collection->pointee( value ) ) );
    } else if ( holdsEntities( row ) ) {
-      writeChild( node, row, *row.collection->pointee( value ) );
+      writeChild( node, *row.collection->pointee( value ) );
    } else {
       if ( row.keyField.empty() ) {
          row.key->encode( body_, key );
@@ -228,7 +263,7 @@ void BatchWriter::writeMember(
    }
 }
 
-void BatchWriter::writeChild( Node & parent, const AttributeRow &, const Entity & child )
+void BatchWriter::writeChild( Node & parent, const Entity & child )
 {
    if ( reader_ ) {
       writeMissedChild( child );
@@ -265,19 +300,18 @@ void BatchWriter::writeChildHead( Node & node )
 void BatchWriter::writeArguments( Node & node )
 {
    const Entity & entity = *node.entity;
-   arguments_.clear();
-   for ( const AttributeRow * row : types_[ typeIndexOf( node ) ].written->arguments ) {
-      if ( row->reference ) {
-         const Entity * const target = referred( entity, *row );
-         arguments_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
-      } else if ( row->identity && !row->fromName ) {
-         row->value->encode( arguments_, &entity.name() );
-      } else {
-         row->value->encode( arguments_, storageOf( entity, *row ) );
+   putSized( [ & ] {
+      for ( const AttributeRow * row : types_[ typeIndexOf( node ) ].written->arguments ) {
+         if ( row->reference ) {
+            const Entity * const target = referred( entity, *row );
+            body_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
+         } else if ( row->identity && !row->fromName ) {
+            row->value->encode( body_, &entity.name() );
+         } else {
+            row->value->encode( body_, storageOf( entity, *row ) );
+         }
       }
-   }
-   body_.putVarint( arguments_.size() );
-   body_.putBytes( arguments_.data(), arguments_.size() );
+   } );
 }
 
 // The number of a referred entity. One of the tree that no batch has introduced is introduced by

@@ -23,38 +23,35 @@ constexpr std::size_t bodyKept = 1 << 20;
 std::uint64_t BatchWriter::typeIndex( const TypeData & type )
 {
    // The members of a collection come one after the other.
-   if ( lastType_ < types_.size() && types_[ lastType_ ].type == &type ) {
+   if ( lastType_ < types_.size() && types_[ lastType_ ].written->type == &type ) {
       return lastType_;
    }
    const auto known = std::find_if( types_.begin(), types_.end(),
-         [ &type ]( const NumberedType & numbered ) { return numbered.type == &type; } );
-   lastType_ = static_cast< std::size_t >( known - types_.begin() );
+         [ &type ]( const NumberedType & numbered ) { return numbered.written->type == &type; } );
    if ( known == types_.end() ) {
-      types_.push_back( { &type, std::make_unique< WrittenType >( type ) } );
+      types_.push_back( { &writtenType( type ), 0 } );
+      return lastType_ = types_.size() - 1;
    }
-   return lastType_;
+   return lastType_ = static_cast< std::size_t >( known - types_.begin() );
 }
 
-std::uint64_t BatchWriter::typeIndexOf( Node & node )
+std::uint64_t BatchWriter::findTypeOf( Node & node )
 {
-   if ( node.type == Node::noType ) {
-      const std::uint64_t index = typeIndex( node.entity->typeData() );
-      node.type = static_cast< std::uint16_t >( std::min< std::uint64_t >( index, Node::noType ) );
-      return index;
-   }
-   return node.type;
+   const std::uint64_t index = typeIndex( node.entity->typeData() );
+   node.type = static_cast< std::uint16_t >( std::min< std::uint64_t >( index, Node::noType ) );
+   return index;
 }
 
 void BatchWriter::describeTypes( NboAttrLog::Out & out, std::size_t described )
 {
    // Describing a type may number further ones: those of its children.
-   NboAttrLog::Out descriptions;
+   scratch_.clear();
    for ( std::size_t i = described; i != types_.size(); ++i ) {
       types_[ i ].written->describe(
-            descriptions, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
+            scratch_, [ this ]( const TypeData & type ) { return typeIndex( type ); } );
    }
    out.putVarint( types_.size() - described );
-   out.putBytes( descriptions.data(), descriptions.size() );
+   out.putBytes( scratch_.data(), scratch_.size() );
 }
 
 void BatchWriter::finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags )

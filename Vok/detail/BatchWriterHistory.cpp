@@ -272,7 +272,7 @@ bool BatchWriter::keeps( const AttributeRow & row, const void * value ) const
 std::size_t BatchWriter::typesBefore( std::uint64_t since ) const noexcept
 {
    const auto last = std::find_if( types_.begin(), types_.end(),
-         [ & ]( const auto & type ) { return type.written->describedAt > since; } );
+         [ & ]( const auto & type ) { return type.describedAt > since; } );
    return static_cast< std::size_t >( last - types_.begin() );
 }
 

@@ -1,13 +1,19 @@
 // Reading descriptions of types.
 #include "Vok/detail/ReadType.h"
 
+#include "Vok/HashMap2018.h"
+#include "Vok/MapNodes.h"
 #include "Vok/ModuleInspectData.h"
 #include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/StreamType.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
+#include <mutex>
+#include <span>
 #include <string>
+#include <utility>
 
 namespace Vok::Detail {
 
@@ -168,6 +174,69 @@ void readRows( In & in, ReadType & type, std::size_t & unknownRows )
    }
 }
 
+std::shared_ptr< const ReadType > readType(
+      In & in, std::string_view name, const TypeData * own, std::size_t & unknownRows )
+{
+   const auto type = std::make_shared< ReadType >();
+   type->name = Corvo::String( name );
+   type->own = own;
+   getText( in ); // module and fingerprint: for whoever looks into a stream
+   in.get< std::uint64_t >();
+   readArguments( in, *type );
+   readRows( in, *type, unknownRows );
+   return type;
+}
+
+// What was understood before: of each type of this side the last description that had nothing
+// unknown in it, and what it was read as. Most streams describe a type alike; a process reads its
+// description once then.
+class Understood {
+ public:
+   // What the bytes at which `in` stands were read as, which it passes over; null where they were
+   // not read, or others since.
+   std::shared_ptr< const ReadType > find( const TypeData & own, In & in )
+   {
+      const std::scoped_lock lock( mutex_ );
+      const auto * const known = types_.find( &own );
+      if ( !known ) {
+         return nullptr;
+      }
+      const std::vector< std::byte > & bytes = known->value.bytes;
+      if ( bytes.size() > in.remaining() ||
+            std::memcmp( bytes.data(), in.position(), bytes.size() ) != 0 ) {
+         return nullptr;
+      }
+      in.getBytes( bytes.size() );
+      return known->value.type;
+   }
+
+   void keep( std::span< const std::byte > bytes, const std::shared_ptr< const ReadType > & type )
+   {
+      if ( bytes.size() > longest ) {
+         return;
+      }
+      Description description{ { bytes.begin(), bytes.end() }, type };
+      const std::scoped_lock lock( mutex_ );
+      const auto [ known, made ] = types_.findOrInsert( type->own, [ & ] {
+         return Entry{ type->own, {} };
+      } );
+      std::swap( known->value, description );
+   }
+
+ private:
+   // A hostile stream may put what it likes into a default.
+   static constexpr std::size_t longest = 16384;
+
+   struct Description {
+      std::vector< std::byte > bytes;
+      std::shared_ptr< const ReadType > type;
+   };
+   using Entry = MapNode< const TypeData *, Description >;
+
+   std::mutex mutex_;
+   HashMap2018< Entry, const TypeData *, Description > types_;
+};
+
 bool describes( const ReadTypes & types, std::string_view name )
 {
    return std::any_of( types.begin(), types.end(),
@@ -187,19 +256,26 @@ std::optional< ReadTypes > readTypes( In & in, const ReadTypes & before )
    if ( count > mostTypes - std::min( types.size(), mostTypes ) ) {
       throw Exception( "a stream describes more than " + std::to_string( mostTypes ) + " types" );
    }
+   static Understood & understood = *new Understood; // never ends, as readers may live on
    for ( std::uint64_t i = 0; i != count; ++i ) {
-      const auto type = std::make_shared< ReadType >();
-      type->name = Corvo::String( getText( in ) );
-      if ( describes( types, type->name.view() ) ) {
-         incompatible( type->name.view(), {}, "a stream describes it twice" );
+      const In start = in;
+      const std::string_view name = getText( in );
+      if ( describes( types, name ) ) {
+         incompatible( name, {}, "a stream describes it twice" );
       }
-      getText( in ); // module and fingerprint: for whoever looks into a stream
-      in.get< std::uint64_t >();
-      const TypeData * const own = Corvo::ModuleInspectData::findType( type->name.view() );
-      type->own = own && own->kind() == TypeKind::entity ? own : nullptr;
-      readArguments( in, *type );
-      readRows( in, *type, unknownRows );
-      types.push_back( type );
+      const TypeData * const found = Corvo::ModuleInspectData::findType( name );
+      const TypeData * const own = found && found->kind() == TypeKind::entity ? found : nullptr;
+      In whole = start;
+      if ( auto known = own ? understood.find( *own, whole ) : nullptr ) {
+         types.push_back( std::move( known ) );
+         in = whole;
+         continue;
+      }
+      const std::size_t unknownBefore = unknownRows;
+      types.push_back( readType( in, name, own, unknownRows ) );
+      if ( own && unknownRows == unknownBefore ) {
+         understood.keep( { start.position(), in.position() }, types.back() );
+      }
    }
    return types;
 }

@@ -28,12 +28,25 @@ struct ReadRow {
 
    bool isCollection() const noexcept
    {
-      return kind == AttributeKind::map || kind == AttributeKind::set || hasEntities();
+      using enum AttributeKind;
+      return isOneOf< map, set, children, child, references >();
    }
-   bool hasEntities() const noexcept { return hasChildren() || kind == AttributeKind::references; }
+   bool hasEntities() const noexcept
+   {
+      using enum AttributeKind;
+      return isOneOf< children, child, references >();
+   }
    bool hasChildren() const noexcept
    {
-      return kind == AttributeKind::children || kind == AttributeKind::child;
+      using enum AttributeKind;
+      return isOneOf< children, child >();
+   }
+
+ private:
+   template< AttributeKind... kinds > bool isOneOf() const noexcept
+   {
+      constexpr unsigned mask = ( ( 1U << static_cast< unsigned >( kinds ) ) | ... );
+      return ( mask >> static_cast< unsigned >( kind ) & 1 ) != 0;
    }
 };
 

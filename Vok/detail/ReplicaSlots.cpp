@@ -45,9 +45,9 @@ void SlotPage::verify( std::size_t slot ) noexcept
    verified_ |= std::uint32_t{ 1 } << slot;
 }
 
-void SlotPage::reserve( std::size_t places )
+void SlotPage::enlarge( std::size_t places )
 {
-   if ( places <= room_ || room_ == slots || ( places == used_ + 1U && freeNumber() <= used_ ) ) {
+   if ( room_ == slots || ( places == used_ + 1U && freeNumber() <= used_ ) ) {
       return;
    }
    const std::size_t room = std::min( std::max( places, 2 * std::size_t{ room_ } ), slots );
@@ -150,12 +150,16 @@ ReplicaSlot ReplicaSlots::find( std::uint64_t number ) const noexcept
 
 void ReplicaSlots::insert( std::uint64_t number, const SlotPlace & place, Entity * entity )
 {
-   const auto [ at, inserted ] = pages_.findOrInsert( number / SlotPage::slots, [ & ] {
-      return Node{ number / SlotPage::slots, std::make_unique< SlotPage >( *shapeChanges_ ) };
-   } );
-   SlotPage & page = *at->value;
-   page.reserve( page.places() + 1 );
-   page.fill( number % SlotPage::slots, place, entity );
+   const std::uint64_t pageNumber = number / SlotPage::slots;
+   if ( !lastPage_ || lastNumber_ != pageNumber ) { // numbers mostly come in order
+      const auto [ at, inserted ] = pages_.findOrInsert( pageNumber, [ & ] {
+         return Node{ pageNumber, std::make_unique< SlotPage >( *shapeChanges_ ) };
+      } );
+      lastPage_ = at->value.get();
+      lastNumber_ = pageNumber;
+   }
+   lastPage_->reserve( lastPage_->places() + 1 );
+   lastPage_->fill( number % SlotPage::slots, place, entity );
 }
 
 void ReplicaSlots::reserve( const ReplicaSlots & other )

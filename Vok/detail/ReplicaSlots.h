@@ -58,7 +58,12 @@ class SlotPage : public Listeners {
 
    /// Makes room for so many places, or for as many as the page can ever have. Throws
    /// std::bad_alloc.
-   void reserve( std::size_t places );
+   void reserve( std::size_t places )
+   {
+      if ( places > room_ ) {
+         enlarge( places );
+      }
+   }
    std::size_t places() const noexcept { return used_; }
 
    /// Changes a slot's place; there is room for it.
@@ -79,6 +84,7 @@ class SlotPage : public Listeners {
    void gone( const Corvo::Publisher & publisher ) noexcept;
 
  private:
+   void enlarge( std::size_t places );
    const SlotPlace & placeNumber( std::size_t number ) const noexcept
    {
       return number == 1 ? first_ : others_[ number - 2 ];
@@ -139,8 +145,16 @@ class ReplicaSlots {
    /// Takes over all slots of another table, in the place of its own of the same numbers.
    void takeAll( ReplicaSlots & other ) noexcept;
 
-   void swap( ReplicaSlots & other ) noexcept { pages_.swap( other.pages_ ); }
-   void clear() noexcept { pages_.clear(); }
+   void swap( ReplicaSlots & other ) noexcept
+   {
+      pages_.swap( other.pages_ );
+      lastPage_ = other.lastPage_ = nullptr;
+   }
+   void clear() noexcept
+   {
+      pages_.clear();
+      lastPage_ = nullptr;
+   }
 
  private:
    using Node = MapNode< std::uint64_t, std::unique_ptr< SlotPage > >;
@@ -148,6 +162,8 @@ class ReplicaSlots {
 
    std::uint64_t * shapeChanges_;
    Pages pages_; // by the number of their first slot, divided by their slots
+   SlotPage * lastPage_ = nullptr; // the one that was inserted into last, or null
+   std::uint64_t lastNumber_ = 0; // its number
 };
 
 } // namespace Vok::Detail

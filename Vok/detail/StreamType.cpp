@@ -2,6 +2,8 @@
 #include "Vok/detail/StreamType.h"
 
 #include "Vok/Entity.h"
+#include "Vok/HashMap2018.h"
+#include "Vok/MapNodes.h"
 #include "Vok/ModuleInspectData.h"
 #include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/CollectionOps.h"
@@ -11,7 +13,8 @@
 
 #include <bit>
 #include <cstring>
-#include <string>
+#include <memory>
+#include <mutex>
 
 namespace Vok::Detail {
 
@@ -98,8 +101,13 @@ const Entity * referred( const Entity & entity, const AttributeRow & row )
 
 WrittenRow::WrittenRow( const AttributeRow & attribute, std::size_t number )
       : row( &attribute ),
-        index( number )
+        offset( attribute.offset ),
+        index( static_cast< std::uint16_t >( number ) )
 {
+   if ( row->collection ) {
+      width = sizeof( void * ); // each is one pointer, null where nothing was ever inserted
+      return;
+   }
    if ( row->kind != AttributeKind::plain && row->kind != AttributeKind::optional ) {
       return;
    }
@@ -123,14 +131,19 @@ WrittenType::WrittenType( const TypeData & described ) : type( &described )
          rows.emplace_back( row, i );
       }
    }
+   putText( description_, type->name() );
+   putText( description_, type->module().name() );
+   description_.put( type->module().fingerprint() );
+   describeArguments();
+   description_.putVarint( rows.size() );
+   for ( const WrittenRow & written : rows ) {
+      describeRow( written );
+   }
 }
 
-void WrittenType::describe( NboAttrLog::Out & out,
-      const std::function< std::uint64_t( const TypeData & ) > & typeIndex ) const
+void WrittenType::describeArguments()
 {
-   putText( out, type->name() );
-   putText( out, type->module().name() );
-   out.put( type->module().fingerprint() );
+   NboAttrLog::Out & out = description_;
    out.putVarint( arguments.size() );
    for ( const AttributeRow * row : arguments ) {
       putText( out, row->name );
@@ -139,28 +152,58 @@ void WrittenType::describe( NboAttrLog::Out & out,
             ( row->identity ? Batch::identityArgument : 0 ) ) );
       out.put( row->reference ? 0 : layoutOf( row->typeName ) );
    }
-   out.putVarint( rows.size() );
-   NboAttrLog::Out initial;
-   for ( const WrittenRow & written : rows ) {
-      const AttributeRow & row = *written.row;
-      out.putVarint( row.id );
-      out.put( static_cast< std::uint8_t >( row.kind ) );
-      putText( out, row.name );
-      putText( out, row.typeName );
-      putText( out, row.keyTypeName );
-      out.put( holdsEntities( row ) ? 0 : layoutOf( row.typeName ) );
-      out.put( keyLayoutOf( row ) );
-      out.putVarint( row.collection ? 0 : row.value->fixedLogSize );
-      out.putVarint( row.kind == AttributeKind::children || row.kind == AttributeKind::child
-                  ? typeIndex( row.collection->memberType() ) + 1
-                  : 0 );
-      initial.clear();
-      if ( written.initial ) {
-         row.value->encode( initial, written.initial->data() );
-      }
-      out.putVarint( initial.size() );
-      out.putBytes( initial.data(), initial.size() );
+}
+
+void WrittenType::describeRow( const WrittenRow & written )
+{
+   NboAttrLog::Out & out = description_;
+   const AttributeRow & row = *written.row;
+   out.putVarint( row.id );
+   out.put( static_cast< std::uint8_t >( row.kind ) );
+   putText( out, row.name );
+   putText( out, row.typeName );
+   putText( out, row.keyTypeName );
+   out.put( holdsEntities( row ) ? 0 : layoutOf( row.typeName ) );
+   out.put( keyLayoutOf( row ) );
+   out.putVarint( row.collection ? 0 : row.value->fixedLogSize );
+   if ( row.kind == AttributeKind::children || row.kind == AttributeKind::child ) {
+      members_.push_back( { out.size(), &row.collection->memberType() } );
+   } else {
+      out.putVarint( 0 );
    }
+   NboAttrLog::Out initial;
+   if ( written.initial ) {
+      row.value->encode( initial, written.initial->data() );
+   }
+   out.putVarint( initial.size() );
+   out.putBytes( initial.data(), initial.size() );
+}
+
+void WrittenType::describe( NboAttrLog::Out & out,
+      FunctionRef< std::uint64_t( const TypeData & ) > typeIndex ) const
+{
+   std::size_t from = 0;
+   for ( const Member & member : members_ ) {
+      out.putBytes( description_.data() + from, member.at - from );
+      out.putVarint( typeIndex( *member.type ) + 1 );
+      from = member.at;
+   }
+   out.putBytes( description_.data() + from, description_.size() - from );
+}
+
+const WrittenType & writtenType( const TypeData & type )
+{
+   using Entry = MapNode< const TypeData *, std::unique_ptr< const WrittenType > >;
+   struct Known {
+      std::mutex mutex;
+      HashMap2018< Entry, const TypeData *, std::unique_ptr< const WrittenType > > types;
+   };
+   static Known & known = *new Known; // never ends, as writers may live on when static objects end
+   const std::scoped_lock lock( known.mutex );
+   const auto [ entry, made ] = known.types.findOrInsert( &type, [ &type ] {
+      return Entry{ &type, std::make_unique< const WrittenType >( type ) };
+   } );
+   return *entry->value;
 }
 
 } // namespace Vok::Detail

@@ -3,6 +3,7 @@
 
 #include "Vok/NboAttrLog.h"
 #include "Vok/TypeData.h"
+#include "Vok/detail/FunctionRef.h"
 #include "Vok/detail/Tables.h"
 #include "Vok/detail/ValueOps.h"
 
@@ -39,8 +40,13 @@ const Entity * referred( const Entity & entity, const AttributeRow & row );
 struct WrittenRow {
    WrittenRow( const AttributeRow & attribute, std::size_t number );
 
-   /// Whether an entity's attribute, at `storage`, is surely at its default, as its bytes are. Most
-   /// are, and found so without a call.
+   const void * storageIn( const Entity & entity ) const noexcept
+   {
+      return reinterpret_cast< const std::byte * >( &entity ) + offset;
+   }
+
+   /// Whether an attribute, at `storage`, is surely at its default, or a collection empty, as its
+   /// bytes are. Most are, and found so without a call.
    bool sameBytes( const void * storage ) const noexcept
    {
       switch ( width ) {
@@ -52,26 +58,29 @@ struct WrittenRow {
          return std::memcmp( storage, bytes, 4 ) == 0;
       case 8:
          return std::memcmp( storage, bytes, 8 ) == 0;
+      case 16:
+         return std::memcmp( storage, bytes, 16 ) == 0;
       default:
          return false;
       }
    }
 
    const AttributeRow * row;
-   std::size_t index; ///< in the type's table
+   std::uint32_t offset; ///< of the storage in an entity
+   std::uint16_t index; ///< in the type's table
    std::uint8_t width = 0; ///< how many bytes the default has, where they are few; else 0
-   std::byte bytes[ 8 ] = {};
+   std::byte bytes[ 16 ] = {};
    std::optional< OwnedValue > initial;
 };
 
-/// One type as the writer streams it.
-struct WrittenType {
+/// One type as every writer of this process streams it.
+class WrittenType {
+ public:
    explicit WrittenType( const TypeData & type );
 
    const TypeData * type;
    std::vector< const AttributeRow * > arguments;
    std::vector< WrittenRow > rows;
-   std::uint64_t describedAt = 0; ///< the batch that described it
 
    /// Under which number an attribute stands in records of this type: 0 ends one.
    std::uint64_t numberOf( const WrittenRow & row ) const noexcept
@@ -81,7 +90,24 @@ struct WrittenType {
 
    /// Describes the type. `typeIndex` gives the number of a type in the stream.
    void describe( NboAttrLog::Out & out,
-         const std::function< std::uint64_t( const TypeData & ) > & typeIndex ) const;
+         FunctionRef< std::uint64_t( const TypeData & ) > typeIndex ) const;
+
+ private:
+   void describeArguments();
+   void describeRow( const WrittenRow & written );
+
+   /// The description, but for the numbers of the types of children, which each stream has its own
+   /// of: they stand where `members_` say.
+   struct Member {
+      std::size_t at;
+      const TypeData * type;
+   };
+   NboAttrLog::Out description_;
+   std::vector< Member > members_;
 };
+
+/// What is known of a type, found out when it is first asked for. It never ends. Any thread may
+/// ask. Throws std::bad_alloc.
+const WrittenType & writtenType( const TypeData & type );
 
 } // namespace Vok::Detail

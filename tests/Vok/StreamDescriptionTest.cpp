@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 using TestSupport::Bytes;
@@ -38,8 +40,8 @@ class Descriptions {
       out_.putVarint( types );
    }
 
-   /// A Test::Leaf with its attribute so many times.
-   Descriptions & leaf( std::size_t rows )
+   /// A Test::Leaf with its attribute so many times, and what that is by default.
+   Descriptions & leaf( std::size_t rows, bool active = false )
    {
       type( "Test::Leaf", 1 );
       putName( out_, "nameString" );
@@ -48,7 +50,7 @@ class Descriptions {
       out_.put( Vok::Detail::layoutOf( "Corvo::String" ) );
       out_.putVarint( rows );
       for ( ; rows != 0; --rows ) {
-         row( "active", "bool" );
+         row( "active", "bool", active );
       }
       return *this;
    }
@@ -61,6 +63,16 @@ class Descriptions {
       for ( ; rows != 0; --rows ) {
          row( "", "bool" );
       }
+      return *this;
+   }
+
+   /// The root, which is of the first type, a Test::Leaf; all at its default.
+   Descriptions & root( std::string_view name )
+   {
+      Out arguments;
+      arguments.putString( name );
+      out_.putVarint( arguments.size() );
+      out_.putBytes( arguments.data(), arguments.size() );
       return *this;
    }
 
@@ -82,7 +94,7 @@ class Descriptions {
       out_.putVarint( arguments );
    }
 
-   void row( std::string_view name, std::string_view typeName )
+   void row( std::string_view name, std::string_view typeName, bool initial = false )
    {
       out_.putVarint( 258 );
       out_.put( std::uint8_t{ 0 } );
@@ -93,7 +105,8 @@ class Descriptions {
       out_.put( std::uint64_t{ 0 } );
       out_.putVarint( 1 ); // size
       out_.putVarint( 0 ); // type of members
-      putName( out_, std::string_view( "\0", 1 ) ); // default
+      out_.putVarint( 1 ); // size of the default
+      out_.putBool( initial );
    }
 
    Out out_;
@@ -140,6 +153,59 @@ TEST( StreamDescriptionTest, anAttributeThatIsDescribedTwiceIsRefused )
 {
    EXPECT_EQ( refusalInBounds( Descriptions( 1 ).leaf( 2 ).batch() ),
          "Test::Leaf::active: a stream describes it twice" );
+}
+
+// What was read of a type before must not be taken for what another stream says of it.
+
+TEST( StreamDescriptionTest, aDefaultIsThatOfTheStream )
+{
+   const auto leaf = ::Test::Leaf::LeafIs( "replica" );
+   for ( const bool active : { false, true, true, false, true } ) {
+      const Bytes batch = Descriptions( 1 ).leaf( 1, active ).root( "writer" ).batch();
+      Vok::EntityVokNboAttrLogReader reader( leaf );
+      Vok::NboAttrLog::In in( batch );
+      reader.read( in );
+      EXPECT_EQ( leaf->active(), active );
+   }
+}
+
+TEST( StreamDescriptionTest, attributesThatOneStreamHasAndAnotherLacks )
+{
+   const auto leaf = ::Test::Leaf::LeafIs( "replica" );
+   for ( const std::size_t rows : { 1U, 0U, 1U, 0U } ) {
+      leaf->activeIs( true );
+      const Bytes batch = Descriptions( 1 ).leaf( rows ).root( "writer" ).batch();
+      Vok::EntityVokNboAttrLogReader reader( leaf );
+      Vok::NboAttrLog::In in( batch );
+      reader.read( in );
+      EXPECT_EQ( leaf->active(), rows == 0 ); // what the writer does not have stays as it is
+   }
+}
+
+TEST( StreamDescriptionTest, aTypeOfChildrenHasAnotherNumberInAnotherTree )
+{
+   TestSupport::Source source;
+   const std::array trees = { source.root->treeIs( "below" ), ::Test::Tree::TreeIs( "root" ) };
+   for ( const auto & tree : trees ) {
+      tree->kidsIs( "kid" )->hostsIs( "host" );
+      tree->groupsIs( "group", 7 );
+      tree->hostsIs( "other" );
+   }
+   const auto & alone = trees.back();
+   for ( int round = 0; round != 3; ++round ) {
+      Replica replica;
+      replica.read( source.whole() );
+      TestSupport::expectEqual( *source.root, *replica.root );
+
+      const auto copy = ::Test::Tree::TreeIs( "copy" );
+      Vok::EntityVokNboAttrLogSa writer( alone );
+      Out out;
+      writer.write( out );
+      Vok::EntityVokNboAttrLogReader reader( copy );
+      Vok::NboAttrLog::In in( out.bytes() );
+      reader.read( in );
+      TestSupport::expectEqual( *alone, *copy );
+   }
 }
 
 TEST( StreamDescriptionTest, whatIsKeptOfDescriptionsIsBounded )
