@@ -112,6 +112,9 @@ void BatchWriter::writeWhole()
    queue_.push_back( &root );
    writeArguments( root );
    writeQueue();
+   if ( queue_.size() == nodes_.size() ) {
+      return;
+   }
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       if ( Node * const node = cursor.node()->value.get(); node->known == 0 ) {
          erase( *node ); // followed once, and no part of what the reader knows now
