@@ -59,12 +59,6 @@ void Out::putLongVarint( std::uint64_t v )
    constexpr std::size_t most = 10;
    reserve( most );
    std::byte * at = data_ + size_;
-   if ( v < 0x4000 ) {
-      at[ 0 ] = static_cast< std::byte >( v | 0x80 );
-      at[ 1 ] = static_cast< std::byte >( v >> 7 );
-      size_ += 2;
-      return;
-   }
    for ( ; v >= 0x80; v >>= 7 ) {
       *at++ = static_cast< std::byte >( v | 0x80 );
    }
@@ -96,14 +90,6 @@ std::string_view In::getText()
 
 std::uint64_t In::getLongVarint()
 {
-   if ( remaining() >= 2 ) {
-      const auto first = static_cast< std::uint8_t >( at_[ 0 ] );
-      const auto second = static_cast< std::uint8_t >( at_[ 1 ] );
-      if ( second < 0x80 && second != 0 ) { // the first has its high bit: it was seen
-         at_ += 2;
-         return ( first & 0x7fU ) | std::uint64_t{ second } << 7;
-      }
-   }
    std::uint64_t v = 0;
    for ( unsigned shift = 0; shift < 64; shift += 7 ) {
       const auto byte = get< std::uint8_t >();

@@ -80,6 +80,10 @@ class VOK_EXPORT Out {
    {
       if ( v < 0x80 ) {
          put( static_cast< std::uint8_t >( v ) );
+      } else if ( v < 0x4000 ) {
+         std::byte * const at = grow( 2 );
+         at[ 0 ] = static_cast< std::byte >( v | 0x80 );
+         at[ 1 ] = static_cast< std::byte >( v >> 7 );
       } else {
          putLongVarint( v );
       }
@@ -153,8 +157,21 @@ class VOK_EXPORT In {
    /// A number as putVarint writes it; a longer form than needed is refused.
    std::uint64_t getVarint()
    {
-      const bool one = at_ != end_ && static_cast< std::uint8_t >( *at_ ) < 0x80;
-      return one ? static_cast< std::uint64_t >( *at_++ ) : getLongVarint();
+      if ( at_ != end_ ) {
+         const auto first = static_cast< std::uint8_t >( *at_ );
+         if ( first < 0x80 ) {
+            ++at_;
+            return first;
+         }
+         if ( remaining() >= 2 ) {
+            const auto second = static_cast< std::uint8_t >( at_[ 1 ] );
+            if ( second < 0x80 && second != 0 ) {
+               at_ += 2;
+               return ( first & 0x7fU ) | std::uint64_t{ second } << 7;
+            }
+         }
+      }
+      return getLongVarint();
    }
 
    /// The next `size` bytes, which are passed over.

@@ -136,12 +136,12 @@ class VOK_EXPORT String {
    }
    friend std::strong_ordering operator<=>( const String & a, const String & b ) noexcept
    {
-      return a.view() <=> b.view();
+      return Vok::Detail::compareTexts( a.view(), b.view() );
    }
    template< TextBesideString Text >
    friend std::strong_ordering operator<=>( const String & a, const Text & b ) noexcept
    {
-      return a.view() <=> std::string_view( b );
+      return Vok::Detail::compareTexts( a.view(), std::string_view( b ) );
    }
 
  private:

@@ -2,6 +2,7 @@
 // is iterated in BTreeCursor.h, its picture in OrderedMap.h.
 #pragma once
 
+#include "Vok/detail/CacheLines.h"
 #include "Vok/detail/Hash.h"
 #include "Vok/detail/Relocate.h"
 
@@ -201,12 +202,23 @@ template< class Node > class BTree {
       Node * const items = block->items();
       std::size_t low = 0;
       if constexpr ( comparedAtOnce ) {
+         // Three comparisons at a time, which wait for nothing but the three before them.
+         const auto isBefore = [ & ]( std::size_t i ) {
+            return static_cast< std::size_t >( before( items[ i ] ) );
+         };
          std::size_t count = block->size;
-         for ( ; count > 1; count -= count / 2 ) {
-            const std::size_t half = count / 2;
-            low += half * static_cast< std::size_t >( before( items[ low + half - 1 ] ) );
+         while ( count > 3 ) {
+            const std::size_t part = count / 4;
+            low += part *
+                  ( isBefore( low + part - 1 ) + isBefore( low + 2 * part - 1 ) +
+                        isBefore( low + 3 * part - 1 ) );
+            count -= 3 * part;
          }
-         low += static_cast< std::size_t >( count == 1 && before( items[ low ] ) );
+         std::size_t more = 0;
+         for ( std::size_t i = 0; i != count; ++i ) {
+            more += isBefore( low + i );
+         }
+         low += more;
       } else {
          for ( std::size_t count = block->size; count > 0; ) {
             const std::size_t half = count / 2;
@@ -257,6 +269,9 @@ template< class Node > class BTree {
             return spot;
          }
          block = inner( block )->children[ spot.index ];
+         if constexpr ( comparedAtOnce ) {
+            fetchLines( block, sizeof( Leaf ) ); // else it would wait for one after the other
+         }
       }
    }
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <bit>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace Vok::Detail {
 
@@ -71,6 +73,20 @@ inline ShortWords shortWords( const char * from, std::size_t size ) noexcept
       return std::uint64_t{ static_cast< unsigned char >( from[ i ] ) } << 8 * i;
    };
    return size == 0 ? ShortWords{} : ShortWords{ byte( 0 ) | byte( size / 2 ) | byte( size - 1 ) };
+}
+
+// The order of two texts, byte by byte. Most differ among their first eight bytes, which are compared
+// as one number.
+inline std::strong_ordering compareTexts( std::string_view a, std::string_view b ) noexcept
+{
+   if ( a.size() >= 8 && b.size() >= 8 ) {
+      const std::uint64_t front = __builtin_bswap64( loadLittle64( a.data() ) );
+      const std::uint64_t other = __builtin_bswap64( loadLittle64( b.data() ) );
+      if ( front != other ) {
+         return front <=> other;
+      }
+   }
+   return a <=> b;
 }
 
 // Whether two byte strings of the same length are equal. Keys are short: up to 16 bytes are

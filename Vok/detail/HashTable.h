@@ -3,6 +3,7 @@
 // HashTableChange.h, iteration in HashTableCursor.h.
 #pragma once
 
+#include "Vok/detail/CacheLines.h"
 #include "Vok/detail/Marks.h"
 #include "Vok/detail/Relocate.h"
 #include "Vok/detail/TableBlock.h"
@@ -212,13 +213,9 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
    // likely to be read or written.
    void fetch( std::size_t group ) const noexcept
    {
-      const auto * const first =
-            reinterpret_cast< const std::byte * >( nodeAt( *table_, group, 0 ) );
       constexpr std::size_t bytes =
             std::min( MarkGroup::slots * sizeof( Node ) / 2, 4 * lineBytes );
-      for ( std::size_t i = 0; i < bytes; i += lineBytes ) {
-         __builtin_prefetch( first + i );
-      }
+      fetchLines( nodeAt( *table_, group, 0 ), bytes );
    }
 
    // The groups in which a node may stand, in this order: the home, the next, the second after

@@ -1,6 +1,8 @@
 // Blocks of hash tables and the bookkeeping of their cursors.
 #include "Vok/detail/TableBlock.h"
 
+#include "Vok/detail/CacheLines.h"
+
 #include <algorithm>
 #include <bit>
 #include <limits>

@@ -37,9 +37,6 @@ constexpr std::size_t slotNumber( std::size_t group, std::size_t slot ) noexcept
    return group * slotsCounted + slot;
 }
 
-// What the processor moves between memory and its caches at once.
-inline constexpr std::size_t lineBytes = 64;
-
 // How large a block is.
 struct TableShape {
    std::size_t groups; // 2^n
