@@ -107,6 +107,7 @@ class BatchApply {
 
    void resolveAll();
    void resolve( Intro & intro );
+   bool canBeMade( Intro & intro );
    bool waitsForOthers( Intro & intro, std::vector< Intro * > & stack );
    void readArguments( const Intro & intro, Arguments & arguments );
    Corvo::Ptr< Entity > known( const Intro & intro );

@@ -123,12 +123,13 @@ Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & a
    if ( !constructed && ( !frame_.whole || sameStream_ ) ) {
       return nullptr; // another number, another birth: the writer made it anew
    }
-   if ( intro.row->collection->size( storageOf( *owner, *intro.row ) ) == 0 ) {
+   const void * const there = storageOf( *owner, *intro.row );
+   if ( neverFilled( there ) || intro.row->collection->size( there ) == 0 ) {
       return nullptr;
    }
    const TypeData & type = *types_[ intro.type ]->own;
-   const Corvo::Ptr< Entity > there = member( *owner, *intro.row, type, arguments );
-   return there && sameArguments( *there, type, arguments ) ? there : nullptr;
+   const Corvo::Ptr< Entity > found = member( *owner, *intro.row, type, arguments );
+   return found && sameArguments( *found, type, arguments ) ? found : nullptr;
 }
 
 // The entity outside that the replica refers to where another writer's tree refers to the
@@ -194,6 +195,11 @@ void BatchApply::resolveAll()
 {
    std::vector< Intro * > stack;
    for ( Intro & intro : intros_ ) {
+      if ( intro.state == Intro::State::pending && canBeMade( intro ) ) [[likely]] {
+         resolve( intro );
+         intro.state = Intro::State::ready;
+         continue;
+      }
       stack.push_back( &intro );
       while ( !stack.empty() ) {
          Intro & top = *stack.back();
@@ -207,6 +213,15 @@ void BatchApply::resolveAll()
       }
    }
    arguments_.clear();
+}
+
+// Whether nothing that an entity needs has yet to be made: parents mostly come before their
+// children.
+bool BatchApply::canBeMade( Intro & intro )
+{
+   intro.above = intro.outside ? nullptr : introOf( intro.parent );
+   return ( !intro.above || intro.above->state == Intro::State::ready ) &&
+         !types_[ intro.type ]->refers;
 }
 
 // Calls f( number, row ) for what each argument of an introduced entity refers to.

@@ -50,7 +50,7 @@ void SlotPage::enlarge( std::size_t places )
    if ( room_ == slots || ( places == used_ + 1U && freeNumber() <= used_ ) ) {
       return;
    }
-   const std::size_t room = std::min( std::max( places, 2 * std::size_t{ room_ } ), slots );
+   const std::size_t room = std::min( std::max( places, 4 * std::size_t{ room_ } ), slots );
    auto others = std::make_unique< SlotPlace[] >( room - 1 );
    std::copy_n( others_.get(), room_ - 1, others.get() );
    others_ = std::move( others );

@@ -105,7 +105,7 @@ WrittenRow::WrittenRow( const AttributeRow & attribute, std::size_t number )
         index( static_cast< std::uint16_t >( number ) )
 {
    if ( row->collection ) {
-      width = sizeof( void * ); // each is one pointer, null where nothing was ever inserted
+      width = sizeof( void * ); // as `neverFilled` looks
       return;
    }
    if ( row->kind != AttributeKind::plain && row->kind != AttributeKind::optional ) {

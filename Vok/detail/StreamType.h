@@ -30,6 +30,12 @@ std::uint64_t layoutOf( std::string_view typeName );
 /// in which field of them. 0 where there are none.
 std::uint64_t keyLayoutOf( const AttributeRow & row );
 
+/// Whether nothing was ever put into a collection: each is one pointer, null until then.
+inline bool neverFilled( const void * collection ) noexcept
+{
+   return *static_cast< const void * const * >( collection ) == nullptr;
+}
+
 /// What a plain or optional attribute of a fresh entity holds.
 OwnedValue defaultOf( const AttributeRow & row );
 

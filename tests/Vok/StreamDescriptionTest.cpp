@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -38,6 +40,13 @@ class Descriptions {
       out_.put( std::uint64_t{ 1 } ); // the stream
       out_.putVarint( 1 ); // the batch
       out_.putVarint( types );
+   }
+
+   /// The module of what is described from here on.
+   Descriptions & module( std::string name )
+   {
+      module_ = std::move( name );
+      return *this;
    }
 
    /// A Test::Leaf with its attribute so many times, and what that is by default.
@@ -89,7 +98,7 @@ class Descriptions {
    void type( std::string_view name, std::size_t arguments )
    {
       putName( out_, name );
-      putName( out_, "" ); // module
+      putName( out_, module_ );
       out_.put( std::uint64_t{ 0 } ); // fingerprint
       out_.putVarint( arguments );
    }
@@ -110,6 +119,7 @@ class Descriptions {
    }
 
    Out out_;
+   std::string module_;
 };
 
 /// Why a batch is refused, where the reader holds no more than it may meanwhile.
@@ -180,6 +190,23 @@ TEST( StreamDescriptionTest, attributesThatOneStreamHasAndAnotherLacks )
       reader.read( in );
       EXPECT_EQ( leaf->active(), rows == 0 ); // what the writer does not have stays as it is
    }
+}
+
+TEST( StreamDescriptionTest, ofALongDescriptionNothingStays )
+{
+   const auto leaf = ::Test::Leaf::LeafIs( "replica" );
+   const Bytes shorter = Descriptions( 1 ).leaf( 1 ).root( "writer" ).batch();
+   const Bytes longer =
+         Descriptions( 1 ).module( std::string( 1 << 20, 'm' ) ).leaf( 1 ).root( "w" ).batch();
+   const auto read = [ &leaf ]( const Bytes & batch ) {
+      Vok::EntityVokNboAttrLogReader reader( leaf );
+      Vok::NboAttrLog::In in( batch );
+      reader.read( in );
+   };
+   read( shorter );
+   const TestSupport::HeapMeter heap;
+   read( longer );
+   EXPECT_LE( heap.held(), 4096U );
 }
 
 TEST( StreamDescriptionTest, aTypeOfChildrenHasAnotherNumberInAnotherTree )

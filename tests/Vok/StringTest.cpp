@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <sstream>
@@ -223,6 +224,28 @@ TEST( StringTest, OrdersBytesAsUnsigned )
    const std::vector< String > sorted = { "", "A", "a text of more than fifteen letters",
       "a text of more than fifteen lettert", "apple", "pear", "\xffz" };
    EXPECT_EQ( texts, sorted );
+}
+
+TEST( StringTest, OrdersWhereverTextsDiffer )
+{
+   constexpr std::pair< char, char > pairs[] = { { '\0', '\1' }, { '\x7f', '\x80' },
+      { 'a', '\xff' }, { '\1', '\x80' } };
+   for ( std::size_t size = 1; size != 20; ++size ) {
+      for ( std::size_t at = 0; at != size; ++at ) {
+         for ( const auto & [ less, more ] : pairs ) {
+            std::string low( size, 'm' );
+            std::string high( size, 'm' );
+            low[ at ] = less;
+            high[ at ] = more;
+            // What follows must not decide.
+            std::fill( low.begin() + static_cast< std::ptrdiff_t >( at ) + 1, low.end(), '\xff' );
+            const String text( low );
+            ASSERT_TRUE( text < String( high ) && String( high ) > text ) << size << ' ' << at;
+            ASSERT_TRUE( text < high && high > text ) << size << ' ' << at;
+            ASSERT_TRUE( text > low.substr( 0, size - 1 ) && !( text < low ) ) << size << ' ' << at;
+         }
+      }
+   }
 }
 
 TEST( StringTest, HashesAsItsView )
