@@ -75,8 +75,8 @@ inline ShortWords shortWords( const char * from, std::size_t size ) noexcept
    return size == 0 ? ShortWords{} : ShortWords{ byte( 0 ) | byte( size / 2 ) | byte( size - 1 ) };
 }
 
-// The order of two texts, byte by byte. Most differ among their first eight bytes, which are compared
-// as one number.
+// The order of two texts, byte by byte. Most differ among their first eight bytes, which are
+// compared as one number.
 inline std::strong_ordering compareTexts( std::string_view a, std::string_view b ) noexcept
 {
    if ( a.size() >= 8 && b.size() >= 8 ) {

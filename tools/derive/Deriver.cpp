@@ -15,7 +15,7 @@ Deriver::Deriver(
       Sources sources, Corvo::Ptr< Hw::Config > hw, Corvo::Ptr< Ft::FtIdStatus > ids )
       : sources_( std::move( sources ) ),
         hw_( std::move( hw ) ),
-        ids_( ids ),
+        ids_( std::move( ids ) ),
         root_( [ this ] { deriveRoot( sources_, *hw_ ); } ),
         trackerSet_( [ this ] { trackers(); } ),
         queuePairs_( *sources_.config, "ignorableRocev2QpId", *hw_, "ignorableRocev2QpId" ),

@@ -13,6 +13,7 @@ namespace {
 std::vector< const Element * > elementsOf( const std::vector< Ipfix::RecordType > & numbers )
 {
    std::vector< const Element * > elements;
+   elements.reserve( numbers.size() );
    for ( const Ipfix::RecordType number : numbers ) {
       elements.push_back( findElement( number ) );
    }
