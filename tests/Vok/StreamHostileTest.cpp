@@ -258,6 +258,35 @@ TEST( StreamRefusalTest, onlyAWholeCollectionKeepsChildren )
    ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) );
 }
 
+/// A writer keeps nothing for an entity that the batch introduces. What is put behind it counts.
+TEST( StreamRefusalTest, whatAFreshEntityIsToKeepIsPassedOver )
+{
+   Source source;
+   const auto tree = source.root->treeIs( "T" );
+   tree->kidsIs( "A" );
+   tree->kidsIs( "B" );
+   Bytes batch = source.batch();
+   // A child as it is put: 1, its number, its birth, and its name as a block.
+   const auto putOf = [ &batch ]( char name ) {
+      const Bytes block = { std::byte{ 5 }, std::byte{ 0 }, std::byte{ 0 }, std::byte{ 0 },
+         std::byte{ 1 }, static_cast< std::byte >( name ) };
+      return std::search( batch.begin(), batch.end(), block.begin(), block.end() ) - 3;
+   };
+   const bool firstIsA = putOf( 'A' ) < putOf( 'B' );
+   const auto put = firstIsA ? putOf( 'A' ) : putOf( 'B' );
+   ASSERT_EQ( *put, std::byte{ 1 } );
+   // The same child kept: 2 and its name. The list has its length before its mode.
+   *put = std::byte{ 2 };
+   *( put - 2 ) = static_cast< std::byte >( std::to_integer< unsigned >( *( put - 2 ) ) - 3 );
+   batch.erase( put + 1, put + 4 );
+
+   Replica replica;
+   replica.read( signedAgain( std::move( batch ) ) );
+   const auto there = replica.root->tree( "T" );
+   EXPECT_EQ( there->kids().size(), 1U );
+   EXPECT_TRUE( there->kids( firstIsA ? "B" : "A" ) );
+}
+
 TEST( StreamRefusalTest, bytesBehindAValueAreRefused )
 {
    Source source;

@@ -36,6 +36,20 @@ TEST_F( StreamReferenceTest, intoTheTreeIsTheReplicasOwnEntity )
    EXPECT_EQ( replica.root->bindings( ::Test::Label( "l" ) )->target(), there );
 }
 
+TEST_F( StreamReferenceTest, whatAResyncDoesNotLeadToIsNotFollowed )
+{
+   const auto outside = ::Test::Tree::TreeIs( "outside" );
+   source.root->leafRefsIs( outside );
+   send();
+   source.writer.resync();
+   source.root->leafRefsDel( "outside" );
+   send();
+   outside->depthIs( 7 );
+   EXPECT_FALSE( source.writer.hasChanges() );
+   source.root->countIs( 1 );
+   send();
+}
+
 TEST_F( StreamReferenceTest, aRootMayHaveAReferenceAmongItsArguments )
 {
    const auto target = ::Test::Tree::TreeIs( "t" );

@@ -147,6 +147,22 @@ TEST( StreamTest, resyncAlsoRemoves )
    EXPECT_EQ( replica.root->count(), 4U );
 }
 
+TEST( StreamTest, whatWasEmptiedTakesNoBytes )
+{
+   Source empty;
+   Source emptied;
+   ::Test::Root & root = *emptied.root;
+   root.namesIs( 1, "one" );
+   root.namesDel( 1 );
+   root.wordsIs( "word" );
+   root.wordsDel( "word" );
+   root.marksIs( 1 );
+   root.marksDel( 1 );
+   root.treeIs( "tree" );
+   root.treeDel( "tree" );
+   EXPECT_EQ( emptied.whole().size(), empty.whole().size() );
+}
+
 TEST( StreamTest, pendingIsToldWhenItBegins )
 {
    Source source;
