@@ -113,7 +113,7 @@ void BatchWriter::writeWhole()
    writeArguments( root );
    writeQueue();
    if ( queue_.size() == nodes_.size() ) {
-      return;
+      return; // each was introduced
    }
    for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
       if ( Node * const node = cursor.node()->value.get(); node->known == 0 ) {

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace Derive {
 
@@ -18,8 +19,8 @@ class TrackerIds {
    using Names = std::set< Corvo::String >;
    using Ids = std::map< Corvo::String, FlowTracking::FtId >;
 
-   explicit TrackerIds( const Corvo::Ptr< FlowTracking::FtIdStatus > & status )
-         : status_( status )
+   explicit TrackerIds( Corvo::Ptr< FlowTracking::FtIdStatus > status )
+         : status_( std::move( status ) )
    {
    }
 
