@@ -19,6 +19,15 @@ namespace Vok {
 
 namespace Attribute {
 
+/// Tells of a key that was inserted. It stands apart, so that where nobody listens a mutator keeps
+/// all it has in registers.
+template< class Key > [[gnu::noinline]] void publishInserted(
+      Entity & entity, AttrId id, const Key & key )
+{
+   const Key told( key );
+   publish( entity, id, Detail::any( told ), {} );
+}
+
 /// Stores another value under a key that is there; as `replace` does for an attribute.
 template< class Node, class V >
 void replaceMember( Entity & entity, AttrId id, Node & node, const V & value )
@@ -38,16 +47,15 @@ void replaceMember( Entity & entity, AttrId id, Node & node, const V & value )
    }
 }
 
-/// Inserts or replaces under an external key.
-template< class Map, class V >
-void mapIs( Entity & entity, AttrId id, Map & map, const typename Map::Key & key, const V & value )
+/// Inserts or replaces under an external key, or what makes one: only an insertion does.
+template< class Map, class Key, class V >
+void mapIs( Entity & entity, AttrId id, Map & map, const Key & key, const V & value )
 {
    using Node = typename Map::Node;
    const auto [ node, inserted ] = map.findOrInsert( key, [ & ] { return Node{ key, value }; } );
    if ( inserted ) {
       if ( entity.publisher().hasNotifiee() ) [[unlikely]] {
-         const typename Map::Key told( node->key );
-         publish( entity, id, Detail::any( told ), {} );
+         publishInserted( entity, id, node->key );
       }
    } else if ( !Collection::equal( node->value, value ) ) {
       replaceMember( entity, id, *node, value );
@@ -73,29 +81,34 @@ void keyedIs( Entity & entity, AttrId id, Map & map, const V & value )
    }
 }
 
-/// Deletes and returns the removed value, or the type's default.
-template< class Map > auto mapDel( Entity & entity, AttrId id, Map & map, typename Map::Query key )
+/// Deletes, tells and returns the removed value, or the type's default.
+template< class Map > [[gnu::noinline]] auto mapDelHeard(
+      Entity & entity, AttrId id, Map & map, typename Map::Query key )
 {
    using V = std::remove_cvref_t< decltype( map.find( key )->value ) >;
    auto taken = map.take( key );
    if ( !taken ) {
       return V();
    }
-   if ( entity.publisher().hasNotifiee() ) [[unlikely]] {
-      const typename Map::Key told( taken->fwkKey() );
-      publish( entity, id, Detail::any( told ), Detail::any( taken->value ) );
-   }
+   const typename Map::Key told( taken->fwkKey() );
+   publish( entity, id, Detail::any( told ), Detail::any( taken->value ) );
    return V( std::move( taken->value ) );
 }
 
-template< class Set >
-void setIs( Entity & entity, AttrId id, Set & set, const typename Set::Key & key )
+/// The same; what is removed stays in registers where nobody is to see it.
+template< class Map > auto mapDel( Entity & entity, AttrId id, Map & map, typename Map::Query key )
+{
+   return entity.publisher().hasNotifiee() ? mapDelHeard( entity, id, map, key )
+                                           : Collection::mapDel( map, key );
+}
+
+template< class Set, class Key >
+void setIs( Entity & entity, AttrId id, Set & set, const Key & key )
 {
    using Node = typename Set::Node;
    const auto [ node, inserted ] = set.findOrInsert( key, [ & ] { return Node{ key }; } );
    if ( inserted && entity.publisher().hasNotifiee() ) [[unlikely]] {
-      const typename Set::Key told( node->key );
-      publish( entity, id, Detail::any( told ), {} );
+      publishInserted( entity, id, node->key );
    }
 }
 

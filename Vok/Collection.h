@@ -63,8 +63,9 @@ template< class V > bool equal( const V & a, const V & b )
 
 // ---- Mutators that notify nobody --------------------------------------------------------------
 
-template< class Map, class V >
-void mapIs( Map & map, const typename Map::Key & key, const V & value )
+/// A `Key` is the key or what makes one: only an insertion does.
+template< class Map, class Key, class V >
+void mapIs( Map & map, const Key & key, const V & value )
 {
    using Node = typename Map::Node;
    const auto [ node, inserted ] = map.findOrInsert( key, [ & ] { return Node{ key, value }; } );
@@ -91,7 +92,7 @@ template< class Map > auto mapDel( Map & map, typename Map::Query key )
    return taken ? V( std::move( taken->value ) ) : V();
 }
 
-template< class Set > void setIs( Set & set, const typename Set::Key & key )
+template< class Set, class Key > void setIs( Set & set, const Key & key )
 {
    set.findOrInsert( key, [ & ] { return typename Set::Node{ key }; } );
 }

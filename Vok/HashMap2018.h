@@ -60,8 +60,9 @@
 namespace Vok {
 
 /// A hash map of nodes (MapNodes.h). `Key` is the node's key; a Query is what it is looked up by: a
-/// std::string_view for Corvo::String, else `const Key &` (see Detail::KeyHash, which has to be
-/// specialised for the key). The `==` and the hash of a key, and a node's move, do not throw.
+/// std::string_view for Corvo::String, `Key` for a number, an enumerator or a pointer, else
+/// `const Key &` (see Detail::KeyHash, which has to be specialised for the key). The `==` and the
+/// hash of a key, and a node's move, do not throw.
 ///
 /// The object is one pointer. A change may move all nodes: it ends the life of every pointer and
 /// reference to a node, but for the cursors. Arguments may lie inside the map that the call
@@ -133,7 +134,11 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
 
    /// Removes the node of a key and returns it, moved out; nothing where there is none. The memory
    /// stays for later insertions.
-   std::optional< Node > take( Query query ) noexcept { return table_.take( query ); }
+   /// Inlined always, so that of a node of a few words nothing passes through memory.
+   [[gnu::always_inline]] std::optional< Node > take( Query query ) noexcept
+   {
+      return table_.take( query );
+   }
 
    /// Deletes all nodes and gives all memory back.
    void clear() noexcept { table_.clear(); }

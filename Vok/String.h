@@ -22,7 +22,7 @@ namespace Corvo {
 
 class String;
 
-/// What a String is compared with as it stands: literals, std::string, std::string_view.
+/// What stands for a String where none is made: literals, std::string, std::string_view.
 template< class Text >
 concept TextBesideString =
       std::convertible_to< const Text &, std::string_view > && !std::same_as< Text, String > &&

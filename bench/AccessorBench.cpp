@@ -66,6 +66,11 @@ template< class Key > class EntityMap {
    Corvo::Ptr< Table > table_ = tableFactory( "table" );
 };
 
+/// The map alone, which stores where mutators do.
+template< class Key > struct MapAlone : VokHashMap< Key > {
+   bool insert( const Key & key, Number number ) { return this->set( key, number ); }
+};
+
 /// A copy is made member by member, so that it has the same shape of both.
 template< class Map, class Key > struct Copied : Map {
    Copied() = default;
@@ -86,7 +91,7 @@ constexpr MapSize sizes[] = {
 template< class Key > void addAll( const char * key )
 {
    MapCases< Copied< EntityMap< Key >, Key >, Key >::add( "accessor/", key, "Vok", sizes );
-   MapCases< Copied< VokHashMap< Key >, Key >, Key >::add( "accessor/", key, "map-alone", sizes );
+   MapCases< Copied< MapAlone< Key >, Key >, Key >::add( "accessor/", key, "map-alone", sizes );
 }
 
 } // namespace

@@ -29,6 +29,16 @@ template< template< class, class, class > class MapOf, class Key > class VokMap 
    {
       return map_.findOrInsert( key, [ & ] { return Node{ key, number }; } ).second;
    }
+   /// Stores under a key that is there as well.
+   bool set( const Key & key, Number number )
+   {
+      const auto [ node, inserted ] =
+            map_.findOrInsert( key, [ & ] { return Node{ key, number }; } );
+      if ( !inserted && node->value != number ) {
+         node->value = number;
+      }
+      return inserted;
+   }
    Number find( const Key & key ) const
    {
       const Node * const node = map_.find( key );

@@ -78,6 +78,7 @@ std::string uncapitalised( std::string_view name )
 }
 
 std::string mutator( std::string_view x ) { return std::string( x ) + "Is"; }
+std::string mutatorByText( std::string_view x ) { return "vok" + capitalised( mutator( x ) ); }
 std::string remover( std::string_view x ) { return std::string( x ) + "Del"; }
 std::string clearer( std::string_view x ) { return std::string( x ) + "DelAll"; }
 std::string incrementer( std::string_view x ) { return std::string( x ) + "Inc"; }

@@ -15,6 +15,7 @@ std::string uncapitalised( std::string_view name );
 
 // Of an attribute or field x. Its accessor is x itself.
 std::string mutator( std::string_view x ); ///< xIs
+std::string mutatorByText( std::string_view x ); ///< vokXIs, with a key of any text
 std::string remover( std::string_view x ); ///< xDel
 std::string clearer( std::string_view x ); ///< xDelAll
 std::string incrementer( std::string_view x ); ///< xInc

@@ -111,7 +111,8 @@ inline std::uint64_t hashBytes( const char * bytes, std::size_t size, HashSeed s
 // How a key is hashed: specialised for every type that is a key of a collection, as
 //    static std::uint64_t hash( const K & key, HashSeed seed );
 // It must not throw, and equal keys must have equal hashes. A specialisation may also name a type
-// `Query` by which keys are looked up in place of `const K &`; its hash takes a Query then.
+// `Query` by which keys are looked up in place of `const K &`, or a copy of what fits into a
+// register; its hash takes a Query then.
 template< class K > struct KeyHash;
 
 template< class K >
@@ -153,7 +154,7 @@ template<> struct KeyHash< Corvo::String > : KeyHash< std::string_view > {
 
 // What a key is looked up by.
 template< class K > struct KeyQueryOf {
-   using Type = const K &;
+   using Type = std::conditional_t< std::is_scalar_v< K >, K, const K & >;
 };
 template< class K >
    requires requires { typename KeyHash< K >::Query; }

@@ -112,7 +112,7 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
       return { node, true };
    }
 
-   std::optional< Node > take( Query query ) noexcept
+   [[gnu::always_inline]] std::optional< Node > take( Query query ) noexcept
    {
       std::optional< Node > taken;
       if ( table_ == nullptr ) {

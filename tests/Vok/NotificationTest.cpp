@@ -47,7 +47,8 @@ TEST( NotificationTest, typedKeysAndOldValues )
    root->namesIs( 1, "two" );
    EXPECT_EQ( recorder.take().size(), 1U );
    recorder.then = nullptr;
-   root->namesDel( 1 );
+   EXPECT_EQ( root->namesDel( 1 ), "two" );
+   EXPECT_EQ( root->namesDel( 1 ), "" );
    root->namesIs( 1, "new" );
    EXPECT_EQ( recorder.take(), ( Heard{ "284[1] was two", "284[1]" } ) );
 }

@@ -89,6 +89,7 @@ struct Operation {
 // that their allocations fail as well.
 // The name of a member of each collection by text.
 const Corvo::String member = longText( "5" );
+const std::string newWord( 40, 'n' );
 
 const Operation operations[] = {
    { "plain number", notNeeded, []( Root & r ) { r.midIs( 5 ); } },
@@ -122,6 +123,10 @@ const Operation operations[] = {
    { "ordered keyed map, a member less", notNeeded, []( Root & r ) { r.sortedDel( 5 ); } },
    { "ordered keyed map, all", notNeeded, []( Root & r ) { r.sortedDelAll(); } },
    { "set", needed, []( Root & r ) { r.wordsIs( longText( "new" ) ); } },
+   { "set, a new member of any text", needed,
+         []( Root & r ) { r.wordsIs( std::string_view( newWord ) ); } },
+   { "set, a member of any text", notNeeded,
+         []( Root & r ) { r.wordsIs( member.view() ); } },
    { "set, a member less", notNeeded, []( Root & r ) { r.wordsDel( member ); } },
    { "set of enumerators", needed, []( Root & r ) { r.coloursIs( ::Test::blue ); } },
    { "ordered set", needed, []( Root & r ) { r.marksIs( 100 ); } },

@@ -9,6 +9,7 @@ namespace {
 TEST( Names, ofAttributes )
 {
    EXPECT_EQ( mutator( "ftStatus" ), "ftStatusIs" );
+   EXPECT_EQ( mutatorByText( "ftStatus" ), "vokFtStatusIs" );
    EXPECT_EQ( remover( "ftStatus" ), "ftStatusDel" );
    EXPECT_EQ( clearer( "ftStatus" ), "ftStatusDelAll" );
    EXPECT_EQ( incrementer( "genId" ), "genIdInc" );

@@ -25,6 +25,7 @@ struct Members {
    std::string nodes;
    Paragraphs declarations; ///< Each attribute a paragraph.
    std::string checks;
+   std::string functions;
    std::string data;
    Paragraphs inlines;
    Paragraphs definitions;
@@ -38,6 +39,7 @@ Members allMembers( const EntityType & type )
       all.nodes += one.nodes;
       all.declarations.add( one.members );
       all.checks += one.checks;
+      all.functions += one.functions;
       all.data += one.data;
       all.inlines.add( one.inlines );
       all.definitions.add( one.definitions );
@@ -100,6 +102,7 @@ std::string entityClass( const EntityType & type )
                { "sharedChecks", isBase( type ) ? all.checks : "" },
                { "ownChecks", isBase( type ) ? "" : all.checks },
                { "reinstantiate", reinstantiateDeclaration( type ) },
+               { "functions", all.functions },
                { "data", all.data } },
          R"(
       $comment$
@@ -132,6 +135,7 @@ std::string entityClass( const EntityType & type )
          friend struct Vok::Detail::EntityAccess;
          $reinstantiate$
          $ownChecks$
+         $functions$
 
          $data$
       };

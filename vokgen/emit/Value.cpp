@@ -30,6 +30,7 @@ Fragments allFragments( const ValueType & type )
       all.nodes += one.nodes;
       all.members += one.members;
       all.checks += one.checks;
+      all.functions += one.functions;
       all.data += one.data;
       all.inlines += one.inlines;
       definitions.add( one.definitions );
@@ -205,6 +206,7 @@ std::string valueClass( const ValueType & type )
                       { "marks", marks( type ) },
                       { "checks", all.checks },
                       { "fields", fieldTable( type ) },
+                      { "functions", all.functions },
                       { "data", all.data } },
                 R"(
       $comment$
@@ -235,6 +237,7 @@ std::string valueClass( const ValueType & type )
             return $fields$;
          }
          void vokDecode( Vok::NboAttrLog::In & log );
+         $functions$
 
          $data$
       };

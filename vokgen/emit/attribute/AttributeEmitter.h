@@ -15,6 +15,7 @@ struct Fragments {
    std::string nodes; ///< Key functor and node type of a collection: public, before all else.
    std::string members; ///< Public declarations, with their comments.
    std::string checks; ///< The function that checks bounds: hidden from clients.
+   std::string functions = {}; ///< Private declarations of what public templates call.
    std::string data; ///< The data member.
    std::string inlines; ///< Definitions behind all classes of the header.
    std::string definitions; ///< Definitions in the .cpp.

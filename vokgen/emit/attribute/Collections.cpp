@@ -171,8 +171,14 @@ void CollectionWriter::accessor( const std::string & name, const std::string & r
    out_.inlines += shortFunction( "inline " + head( function, true ), function.statement );
 }
 
-void CollectionWriter::mutator( const std::string & name, const std::string & result,
-      const std::string & parameters, const CollectionCall & call )
+void CollectionWriter::define( const CollectionFunction & function )
+{
+   out_.definitions += ( out_.definitions.empty() ? "" : "\n" ) +
+         longFunction( head( function, true ), function.statement );
+}
+
+std::string CollectionWriter::statement(
+      const std::string & result, const CollectionCall & call ) const
 {
    const bool inValue = Model::asValue( collection_.owner );
    const std::string place = inValue ? "Vok::Collection::" + call.function + "( "
@@ -181,11 +187,35 @@ void CollectionWriter::mutator( const std::string & name, const std::string & re
    const std::string arguments = ( call.before.empty() ? "" : call.before + ", " ) +
          Names::dataMember( collection_.name ) + ( call.behind.empty() ? "" : ", " + call.behind );
    const std::string back = result == "void" ? "" : "return ";
-   const CollectionFunction function{ result, name, parameters, "",
-      back + place + arguments + " );" };
+   return back + place + arguments + " );";
+}
+
+void CollectionWriter::mutator( const std::string & name, const std::string & result,
+      const std::string & parameters, const CollectionCall & call )
+{
+   const CollectionFunction function{ result, name, parameters, "", statement( result, call ) };
    declare( function );
-   out_.definitions += ( out_.definitions.empty() ? "" : "\n" ) +
-         longFunction( head( function, true ), function.statement );
+   define( function );
+}
+
+void CollectionWriter::storer( const std::string & function, const std::string & value )
+{
+   const Scope scope( *collection_.owner );
+   const Model::Type & key = collection_.collection->key;
+   const std::string name = Names::mutator( collection_.name );
+   const std::string rest = value.empty() ? "" : ", " + value;
+   const std::string arguments = value.empty() ? "key" : "key, value";
+   mutator( name, "void", scope.given( key ) + " key" + rest, { function, "", arguments } );
+   if ( !key.isText() ) {
+      return;
+   }
+   const CollectionFunction byText{ "void", Names::mutatorByText( collection_.name ),
+      scope.query( key ) + " key" + rest, "", statement( "void", { function, "", arguments } ) };
+   out_.members += "template< Corvo::TextBesideString Text >\n" +
+         shortFunction( "void " + name + "( const Text & key" + rest + " )",
+               byText.name + "( " + arguments + " );", 3 );
+   out_.functions += head( byText, false ) + ";\n";
+   define( byText );
 }
 
 Fragments CollectionWriter::finish()

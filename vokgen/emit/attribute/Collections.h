@@ -58,6 +58,11 @@ class CollectionWriter {
    void mutator( const std::string & name, const std::string & result,
          const std::string & parameters, const CollectionCall & call );
 
+   /// The mutator that stores under a key, which stands first in its parameters: `function` does.
+   /// A key that is looked up by any text is also given as one. `value` is the parameter behind it,
+   /// if any: "std::uint32_t value".
+   void storer( const std::string & function, const std::string & value = "" );
+
    /// A comment before the functions that are added next.
    void say( const std::string & comment ) { out_.members += comment; }
 
@@ -68,6 +73,8 @@ class CollectionWriter {
 
  private:
    void declare( const CollectionFunction & function );
+   void define( const CollectionFunction & function );
+   std::string statement( const std::string & result, const CollectionCall & call ) const;
    std::string head( const CollectionFunction & function, bool inDefinition ) const;
 
    const Model::Attribute & collection_;

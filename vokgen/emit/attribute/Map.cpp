@@ -36,7 +36,6 @@ class Map final : public AttributeEmitter {
    Fragments fragments( const Attribute & map ) const override
    {
       const Scope scope( *map.owner );
-      const Model::Type & key = map.collection->key;
       const std::string value = scope.given( map.type ) + " value";
       const std::string keyRule = isKeyed( map )
             ? "Key: " + map.collection->keyAttribute->name + "() of the value."
@@ -48,11 +47,10 @@ class Map final : public AttributeEmitter {
       if ( isKeyed( map ) ) {
          writer.mutator( Names::mutator( map.name ), "void", value, { "keyedIs", "", "value" } );
       } else {
-         writer.mutator( Names::mutator( map.name ), "void", scope.given( key ) + " key, " + value,
-               { "mapIs", "", "key, value" } );
+         writer.storer( "mapIs", value );
       }
       writer.mutator( Names::remover( map.name ), scope.type( map.type ),
-            scope.query( key ) + " key", { "mapDel", "", "key" } );
+            scope.query( map.collection->key ) + " key", { "mapDel", "", "key" } );
       writer.mutator( Names::clearer( map.name ), "void", "", { "delAll", "", "" } );
       return writer.finish();
    }

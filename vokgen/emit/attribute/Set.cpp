@@ -20,8 +20,7 @@ class Set final : public AttributeEmitter {
       CollectionWriter writer( set );
       writer.say( comment( { set.documentation } ) );
       writer.accessors( "bool", "contains" );
-      writer.mutator( Names::mutator( set.name ), "void", scope.given( set.type ) + " key",
-            { "setIs", "", "key" } );
+      writer.storer( "setIs" );
       writer.mutator( Names::remover( set.name ), "void", scope.query( set.type ) + " key",
             { "setDel", "", "key" } );
       writer.mutator( Names::clearer( set.name ), "void", "", { "delAll", "", "" } );

@@ -60,6 +60,11 @@ void Root::byNameIs( const Corvo::String & key, const Pair & value )
    Vok::Attribute::mapIs( *this, byNameAttrId, byName_, key, value );
 }
 
+void Root::vokByNameIs( std::string_view key, const Pair & value )
+{
+   Vok::Attribute::mapIs( *this, byNameAttrId, byName_, key, value );
+}
+
 Pair Root::byNameDel( std::string_view key )
 {
    return Vok::Attribute::mapDel( *this, byNameAttrId, byName_, key );

@@ -136,6 +136,8 @@ class VOK_EXPORT Root : public Vok::Entity {
    /// Another name of byName( key ).
    const Pair & byNameGet( std::string_view key ) const;
    void byNameIs( const Corvo::String & key, const Pair & value );
+   template< Corvo::TextBesideString Text >
+   void byNameIs( const Text & key, const Pair & value ) { vokByNameIs( key, value ); }
    Pair byNameDel( std::string_view key );
    void byNameDelAll();
 
@@ -180,6 +182,7 @@ class VOK_EXPORT Root : public Vok::Entity {
  private:
    friend struct Vok::Detail::EntityAccess;
    void vokReinstantiate( const Corvo::String & name );
+   void vokByNameIs( std::string_view key, const Pair & value );
 
    Vok::HashMap2018< HN_Names, std::uint32_t, Corvo::String > names_;
    Vok::HashMap2018< HN_ByName, Corvo::String, Pair > byName_;

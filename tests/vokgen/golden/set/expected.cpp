@@ -54,6 +54,11 @@ void Root::wordsIs( const Corvo::String & key )
    Vok::Attribute::setIs( *this, wordsAttrId, words_, key );
 }
 
+void Root::vokWordsIs( std::string_view key )
+{
+   Vok::Attribute::setIs( *this, wordsAttrId, words_, key );
+}
+
 void Root::wordsDel( std::string_view key )
 {
    Vok::Attribute::setDel( *this, wordsAttrId, words_, key );

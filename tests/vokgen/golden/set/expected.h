@@ -117,6 +117,8 @@ class VOK_EXPORT Root : public Vok::Entity {
    Vok::HashView< HN_Words > words() const noexcept;
    bool words( std::string_view key ) const;
    void wordsIs( const Corvo::String & key );
+   template< Corvo::TextBesideString Text >
+   void wordsIs( const Text & key ) { vokWordsIs( key ); }
    void wordsDel( std::string_view key );
    void wordsDelAll();
 
@@ -138,6 +140,7 @@ class VOK_EXPORT Root : public Vok::Entity {
  private:
    friend struct Vok::Detail::EntityAccess;
    void vokReinstantiate( const Corvo::String & name );
+   void vokWordsIs( std::string_view key );
 
    Vok::HashMap2018< HN_Numbers, std::uint32_t, std::uint32_t > numbers_;
    Vok::HashMap2018< HN_Words, Corvo::String, Corvo::String > words_;

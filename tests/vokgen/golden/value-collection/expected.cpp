@@ -76,6 +76,11 @@ void Shelf::boxIs( const Corvo::String & key, std::uint32_t value )
    Vok::Collection::mapIs( box_, key, value );
 }
 
+void Shelf::vokBoxIs( std::string_view key, std::uint32_t value )
+{
+   Vok::Collection::mapIs( box_, key, value );
+}
+
 std::uint32_t Shelf::boxDel( std::string_view key )
 {
    return Vok::Collection::mapDel( box_, key );

@@ -212,6 +212,8 @@ class VOK_EXPORT Shelf {
    Vok::HashView< HN_Box > box() const noexcept;
    std::uint32_t box( std::string_view key ) const;
    void boxIs( const Corvo::String & key, std::uint32_t value );
+   template< Corvo::TextBesideString Text >
+   void boxIs( const Text & key, std::uint32_t value ) { vokBoxIs( key, value ); }
    std::uint32_t boxDel( std::string_view key );
    void boxDelAll();
    /// tags
@@ -252,6 +254,7 @@ class VOK_EXPORT Shelf {
             Vok::Field{ "parts", &Shelf::parts_ } );
    }
    void vokDecode( Vok::NboAttrLog::In & log );
+   void vokBoxIs( std::string_view key, std::uint32_t value );
 
    Vok::HashMap2018< HN_Box, Corvo::String, std::uint32_t > box_;
    Vok::HashMap2018< HN_Tags, std::uint16_t, std::uint16_t > tags_;
