@@ -1,5 +1,6 @@
 // Batches on a live replica; Forge.h says what an input is.
 #include "fuzz/Forge.h"
+#include "tests/support/SpareSlabs.h"
 
 #include "Vok/Vok.h"
 #include "Vok/detail/BatchCheck.h"
@@ -262,7 +263,10 @@ extern "C" int LLVMFuzzerTestOneInput( const std::uint8_t * data, std::size_t si
    if ( !chain || chain->changed() ) {
       chain = std::make_unique< Chain >();
    }
-   static const ReadTypes types = readBaseTypes();
+   static const ReadTypes types = [] {
+      TestSupport::makeSpareSlabs(); // no input is charged for the first slab of a size
+      return readBaseTypes();
+   }();
    Stream stream{ Fuzz::baseStream, 1, types };
    for ( unsigned i = 0; i != mostPieces && !input.empty(); ++i ) {
       const std::uint8_t flags = input.byte();

@@ -1,6 +1,7 @@
 // Attribute logs of values: the first byte of an input chooses the type, the rest is the log.
 #include "fuzz/Support.h"
 #include "fuzz/ValueTypes.h"
+#include "tests/support/SpareSlabs.h"
 
 #include "Vok/Vok.h"
 
@@ -90,7 +91,10 @@ void holdRoundTrips( Fuzz::Bytes log, const OwnedValue & value )
 
 extern "C" int LLVMFuzzerTestOneInput( const std::uint8_t * data, std::size_t size )
 {
-   static const Fuzz::ValueTypes types( false );
+   static const Fuzz::ValueTypes types = [] {
+      TestSupport::makeSpareSlabs(); // no input is charged for the first slab of a size
+      return Fuzz::ValueTypes( false );
+   }();
    Fuzz::Input input( data, size );
    const ValueOps & type = types.of( input.byte() );
 

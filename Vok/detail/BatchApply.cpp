@@ -35,7 +35,7 @@ void BatchApply::prepare()
 {
    if ( frame_.whole ) {
       checkRoot( readBlock( frame_.content ) );
-      Intro & root = introduce( 0 );
+      Intro & root = introduce( 0, 0 );
       root.entity = reader_.root_;
       root.state = Intro::State::ready;
       root.birth = frame_.number;
@@ -51,12 +51,12 @@ void BatchApply::applyAll()
    In in = frame_.content;
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types_ );
-      apply( { head.number, head.typeNumber, head.whole() }, in );
+      apply( { head.number, *head.type, head.whole() }, in );
    }
    for ( const Intro & intro : intros_ ) {
       if ( intro.entity && !intro.recorded ) {
          In none( nullptr, 0 );
-         apply( { intro.number, intro.type, true }, none ); // all at its defaults
+         apply( { intro.number, *intro.type, true }, none ); // all at its defaults
       }
    }
 }
@@ -86,10 +86,12 @@ void BatchApply::checkRoot( In in )
 
 // ---- Who is introduced ------------------------------------------------------------------------
 
-BatchApply::Intro & BatchApply::introduce( std::uint64_t number )
+BatchApply::Intro & BatchApply::introduce( std::uint64_t number, std::uint32_t typeNumber )
 {
    Intro & intro = intros_.emplace_back();
    intro.number = number;
+   intro.type = types_[ typeNumber ].get();
+   intro.typeNumber = typeNumber;
    if ( !introByNumber_.insert( number, static_cast< std::uint32_t >( intros_.size() ) ) ) {
       throw Exception( "a batch introduces an entity twice" );
    }
@@ -101,19 +103,18 @@ void BatchApply::scan()
    In in = frame_.content;
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types_ );
-      const Record record{ head.number, head.typeNumber, head.whole() };
+      const Record record{ head.number, *head.type, head.whole() };
       if ( head.kind == Batch::RecordKind::outside ) {
          if ( const Intro * const placed = introOf( head.number ); !placed ) {
-            Intro & intro = introduce( head.number );
+            Intro & intro = introduce( head.number, head.typeNumber );
             intro.birth = head.birth;
             intro.outside = true;
-            intro.type = head.typeNumber;
             intro.arguments = head.arguments;
          }
       }
       if ( record.whole ) {
          Intro * const intro = introOf( head.number );
-         if ( !intro || intro->recorded || intro->type != head.typeNumber ) {
+         if ( !intro || intro->recorded || intro->typeNumber != head.typeNumber ) {
             throw Exception( "a batch describes an entity that it did not introduce just so" );
          }
          intro->recorded = true;
@@ -124,18 +125,18 @@ void BatchApply::scan()
          slot.reserveOutside();
          left_.push_back( slot );
       }
-      if ( const ReadType & type = *types_[ head.typeNumber ]; type.hasEntities ) {
-         introduceChildren( record, type, in );
+      if ( record.type.hasEntities ) {
+         introduceChildren( record, in );
       } else {
-         eachAttribute( in, type, []( const ReadRow &, In ) {} );
+         eachAttribute( in, record.type, []( const ReadRow &, In ) {} );
       }
    }
 }
 
 // Reads to the end of the record's attributes.
-void BatchApply::introduceChildren( const Record & record, const ReadType & type, In & in )
+void BatchApply::introduceChildren( const Record & record, In & in )
 {
-   eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
+   eachAttribute( in, record.type, [ & ]( const ReadRow & row, In payload ) {
       if ( row.kind == AttributeKind::references && row.own ) {
          noteReferences( record.number, *row.own, payload );
       }
@@ -158,17 +159,16 @@ void BatchApply::introduceChildren( const Record & record, const ReadType & type
          const ChildHead head = readChildHead( payload );
          const std::uint32_t memberType = row.memberType - 1;
          Intro * intro = introOf( head.number );
-         if ( intro && intro->outside && intro->type == memberType ) {
+         if ( intro && intro->outside && intro->typeNumber == memberType ) {
             intro->outside = false; // it was referred to before its place was told
          } else {
-            intro = &introduce( head.number );
+            intro = &introduce( head.number, memberType );
             intro->birth = head.birth;
-            intro->type = memberType;
             intro->arguments = head.arguments;
          }
          intro->parent = record.number;
          intro->row = row.own;
-         if ( otherStream() && types_[ memberType ]->refers ) {
+         if ( otherStream() && intro->type->refers ) {
             noteArguments( *intro );
          }
       }
@@ -206,8 +206,8 @@ void BatchApply::noteReference( std::uint64_t number, Referrer referrer )
 void BatchApply::makeSlots()
 {
    for ( const Intro & intro : intros_ ) {
-      newSlots_.insert( intro.number, { intro.birth, intro.parent, intro.type, intro.outside },
-            intro.entity.get() );
+      newSlots_.insert( intro.number,
+            { intro.birth, intro.parent, intro.typeNumber, intro.outside }, intro.entity.get() );
    }
    if ( !frame_.whole ) {
       reader_.slots_.reserve( newSlots_ );

@@ -41,7 +41,8 @@ class BatchApply {
       const Intro * above = nullptr; ///< the parent, where the batch introduces it
       const AttributeRow * row = nullptr; ///< of the parent; null where this side does not know it
       NboAttrLog::In arguments{ nullptr, 0 };
-      std::uint32_t type = 0;
+      const ReadType * type = nullptr;
+      std::uint32_t typeNumber = 0;
       bool outside = false;
       enum class State : std::uint8_t {
          pending,
@@ -54,9 +55,9 @@ class BatchApply {
    };
 
    struct Record {
-      std::uint64_t number = 0;
-      std::uint32_t type = 0;
-      bool whole = false;
+      std::uint64_t number;
+      const ReadType & type;
+      bool whole;
    };
 
    /// Arguments of an introduced entity, read.
@@ -88,9 +89,8 @@ class BatchApply {
 
    void checkRoot( NboAttrLog::In arguments );
    void scan();
-   void introduceChildren(
-         const Record & record, const ReadType & type, NboAttrLog::In & attributes );
-   Intro & introduce( std::uint64_t number );
+   void introduceChildren( const Record & record, NboAttrLog::In & attributes );
+   Intro & introduce( std::uint64_t number, std::uint32_t typeNumber );
    void noteReferences( std::uint64_t referrer, const AttributeRow & row, NboAttrLog::In payload );
    void noteArguments( const Intro & intro );
    void noteReference( std::uint64_t number, Referrer referrer );
@@ -98,7 +98,7 @@ class BatchApply {
    Intro * introOf( std::uint64_t number )
    {
       const std::uint32_t position = introByNumber_.find( number );
-      return position != 0 ? &intros_[ position - 1 ] : nullptr;
+      return position != 0 ? intros_.data() + ( position - 1 ) : nullptr;
    }
    Entity * entityOf( std::uint64_t number );
    Entity * parentOf( const Intro & intro );
@@ -110,8 +110,10 @@ class BatchApply {
    bool canBeMade( Intro & intro );
    bool waitsForOthers( Intro & intro, std::vector< Intro * > & stack );
    void readArguments( const Intro & intro, Arguments & arguments );
-   Corvo::Ptr< Entity > known( const Intro & intro );
-   Corvo::Ptr< Entity > alike( const Intro & intro, const Arguments & arguments );
+   Corvo::Ptr< Entity > known( const Intro & intro, const Entity * owner );
+   bool mayStand( const Intro & intro, const Entity * owner );
+   Corvo::Ptr< Entity > alike(
+         const Intro & intro, const Entity * owner, const Arguments & arguments );
    Corvo::Ptr< Entity > referredThere( const Intro & intro, const Arguments & arguments );
    void eachReference( const Intro & intro,
          FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f );
@@ -126,6 +128,8 @@ class BatchApply {
    void applyExisting( Entity & entity, const Record & record, NboAttrLog::In & attributes );
    void loadDefault( Entity & entity, const ReadRow & row );
    void loadAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
+   void loadCollection(
+         Entity & entity, const ReadRow & row, void * storage, NboAttrLog::In & payload );
    void stageAttribute( Entity & entity, const ReadRow & row, NboAttrLog::In payload );
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
    void stageInitial( Entity & entity, const ReadRow & row );

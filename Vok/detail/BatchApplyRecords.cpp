@@ -93,14 +93,13 @@ void BatchApply::apply( const Record & record, In & attributes )
    } else if ( const ReplicaSlot slot = reader_.slots_.find( record.number ); inPlace( slot ) ) {
       entity = slot.entity();
    }
-   const ReadType & type = *types_[ record.type ];
    if ( !entity ) {
       // Nothing to be changed; what this side does not know is said all the same.
-      eachAttribute(
-            attributes, type, [ & ]( const ReadRow & row, In ) { passOver( type, row ); } );
+      eachAttribute( attributes, record.type,
+            [ & ]( const ReadRow & row, In ) { passOver( record.type, row ); } );
       return;
    }
-   if ( &entity->typeData() != type.own ) {
+   if ( &entity->typeData() != record.type.own ) {
       throw Exception( "a record is of another type than its entity" );
    }
    if ( intro && intro->fresh ) {
@@ -112,11 +111,28 @@ void BatchApply::apply( const Record & record, In & attributes )
 
 // ---- Entities that nobody can see yet ---------------------------------------------------------
 
+// A plain one, which most attributes are, without a call but that of its decoder.
+inline void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload )
+{
+   const AttributeRow & own = *row.own;
+   void * const storage = storageOf( entity, own );
+   if ( row.isCollection() ) {
+      loadCollection( entity, row, storage, payload );
+   } else if ( own.storage ) {
+      const OwnedValue next = readValue( own, payload );
+      own.storage->store( storage, next.data() );
+   } else {
+      own.value->decode( payload, storage );
+   }
+}
+
 void BatchApply::applyFresh( Entity & entity, const Record & record, In & attributes )
 {
-   const ReadType & type = *types_[ record.type ];
+   const ReadType & type = record.type;
    const bool noting = !type.otherDefaults.empty();
-   mentioned_.assign( noting ? type.rows.size() : 0, 0 );
+   if ( noting ) {
+      mentioned_.assign( type.rows.size(), 0 );
+   }
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {
          if ( noting ) {
@@ -154,21 +170,14 @@ void BatchApply::loadDefault( Entity & entity, const ReadRow & row )
    }
 }
 
-void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In payload )
+void BatchApply::loadCollection(
+      Entity & entity, const ReadRow & row, void * storage, In & payload )
 {
-   const AttributeRow & own = *row.own;
-   void * const storage = storageOf( entity, own );
+   readMode( payload );
    if ( row.hasEntities() ) {
-      readMode( payload );
       loadEntities( entity, row, storage, payload );
-   } else if ( row.isCollection() ) {
-      readMode( payload );
-      own.collection->stream->load( storage, payload );
-   } else if ( own.storage ) {
-      const OwnedValue next = readValue( own, payload );
-      own.storage->store( storage, next.data() );
    } else {
-      own.value->decode( payload, storage );
+      row.own->collection->stream->load( storage, payload );
    }
 }
 
@@ -232,7 +241,7 @@ bool BatchApply::nextEntityOp(
 
 void BatchApply::applyExisting( Entity & entity, const Record & record, In & attributes )
 {
-   const ReadType & type = *types_[ record.type ];
+   const ReadType & type = record.type;
    mentioned_.assign( record.whole ? type.rows.size() : 0, 0 );
    if ( attributes.remaining() != 0 ) {
       eachAttribute( attributes, type, [ & ]( const ReadRow & row, In payload ) {

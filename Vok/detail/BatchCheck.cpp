@@ -26,12 +26,17 @@ void needEnd( const In & in, const char * what )
    }
 }
 
+[[gnu::noinline]] void checkBounds( const AttributeRow & row, In & payload )
+{
+   OwnedValue value( *row.value );
+   row.value->decode( payload, value.data() );
+   row.check( value.data() );
+}
+
 void checkValue( const AttributeRow & row, In payload )
 {
    if ( row.check ) {
-      OwnedValue value( *row.value );
-      row.value->decode( payload, value.data() );
-      row.check( value.data() );
+      checkBounds( row, payload );
    } else {
       row.value->check( payload );
    }
@@ -94,17 +99,15 @@ void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes
    }
 }
 
-void checkAttribute(
+void checkCollection(
       const ReadRow & row, In payload, const ReadTypes & types, Introduced & introduced )
 {
    if ( row.hasEntities() ) {
       const bool whole = readMode( payload );
       checkEntities( row, payload, whole, types, introduced );
-   } else if ( row.own && row.isCollection() ) {
+   } else if ( row.own ) {
       const bool whole = readMode( payload );
       row.own->collection->stream->check( payload, whole );
-   } else if ( row.own ) {
-      checkValue( *row.own, payload );
    }
 }
 
@@ -127,15 +130,18 @@ Introduced checkRecords(
    }
    while ( in.remaining() != 0 ) {
       const RecordHead head = readRecordHead( in, types );
-      const ReadType & type = *types[ head.typeNumber ];
       if ( head.kind == Batch::RecordKind::outside ) {
-         checkArguments( type, head.arguments );
+         checkArguments( *head.type, head.arguments );
          introduced.add( head.number );
       } else if ( frame.whole && !head.whole() ) {
          throw Exception( "a batch of the whole tree changes an entity" );
       }
-      eachAttribute( in, type, [ & ]( const ReadRow & row, In payload ) {
-         checkAttribute( row, payload, types, introduced );
+      eachAttribute( in, *head.type, [ & ]( const ReadRow & row, In payload ) {
+         if ( row.isCollection() ) {
+            checkCollection( row, payload, types, introduced );
+         } else if ( row.own ) {
+            checkValue( *row.own, payload );
+         }
       } );
    }
    return introduced;

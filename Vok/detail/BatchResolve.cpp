@@ -85,15 +85,14 @@ bool BatchApply::inPlace( ReplicaSlot slot )
 }
 
 // An entity that the same stream introduced before, and that the replica still has.
-Corvo::Ptr< Entity > BatchApply::known( const Intro & intro )
+Corvo::Ptr< Entity > BatchApply::known( const Intro & intro, const Entity * owner )
 {
-   const ReplicaSlot slot = sameStream_ ? reader_.slots_.find( intro.number ) : ReplicaSlot();
+   const ReplicaSlot slot = reader_.slots_.find( intro.number );
    Entity * const entity = slot && slot.place().birth == intro.birth ? slot.entity() : nullptr;
-   if ( !entity || &entity->typeData() != types_[ intro.type ]->own ) {
+   if ( !entity || &entity->typeData() != intro.type->own ) {
       return nullptr;
    }
-   const bool placed =
-         intro.outside || !entity->parent() || entity->parent() == parentOf( intro );
+   const bool placed = intro.outside || !entity->parent() || entity->parent() == owner;
    return placed ? entity : nullptr;
 }
 
@@ -112,22 +111,28 @@ Corvo::Ptr< Entity > BatchApply::member( const Entity & owner, const AttributeRo
    return row.collection->entity( storageOf( owner, row ), key );
 }
 
-// What stands in the introduced entity's place already, if it could be it.
-Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & arguments )
+// Whether something may stand in the introduced entity's place already. Mostly nothing does.
+bool BatchApply::mayStand( const Intro & intro, const Entity * owner )
+{
+   if ( intro.outside ) {
+      return otherStream();
+   }
+   const bool constructed = intro.above && intro.above->fresh;
+   if ( !constructed && !otherStream() ) {
+      return false; // another number, another birth: the writer made it anew
+   }
+   const void * const there = storageOf( *owner, *intro.row );
+   return !neverFilled( there ) && intro.row->collection->size( there ) != 0;
+}
+
+// What stands there, if it could be the introduced entity.
+Corvo::Ptr< Entity > BatchApply::alike(
+      const Intro & intro, const Entity * owner, const Arguments & arguments )
 {
    if ( intro.outside ) {
       return referredThere( intro, arguments );
    }
-   const Entity * const owner = parentOf( intro );
-   const bool constructed = intro.above && intro.above->fresh;
-   if ( !constructed && ( !frame_.whole || sameStream_ ) ) {
-      return nullptr; // another number, another birth: the writer made it anew
-   }
-   const void * const there = storageOf( *owner, *intro.row );
-   if ( neverFilled( there ) || intro.row->collection->size( there ) == 0 ) {
-      return nullptr;
-   }
-   const TypeData & type = *types_[ intro.type ]->own;
+   const TypeData & type = *intro.type->own;
    const Corvo::Ptr< Entity > found = member( *owner, *intro.row, type, arguments );
    return found && sameArguments( *found, type, arguments ) ? found : nullptr;
 }
@@ -137,11 +142,11 @@ Corvo::Ptr< Entity > BatchApply::alike( const Intro & intro, const Arguments & a
 Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Arguments & arguments )
 {
    const auto * const found = referrers_.find( intro.number );
-   if ( !found || !otherStream() ) {
+   if ( !found ) {
       return nullptr;
    }
    const auto & [ number, row ] = found->value;
-   const TypeData & type = *types_[ intro.type ]->own;
+   const TypeData & type = *intro.type->own;
    Corvo::Ptr< Entity > there;
    if ( row->collection ) {
       const Entity * const owner = entityOf( number );
@@ -151,7 +156,7 @@ Corvo::Ptr< Entity > BatchApply::referredThere( const Intro & intro, const Argum
    } else {
       const Intro & referrer = *introOf( number );
       const Entity * const owner = referrer.row ? parentOf( referrer ) : nullptr;
-      const TypeData & referrerType = *types_[ referrer.type ]->own;
+      const TypeData & referrerType = *referrer.type->own;
       Corvo::Ptr< Entity > standing;
       if ( owner ) {
          Arguments ofReferrer;
@@ -221,7 +226,7 @@ bool BatchApply::canBeMade( Intro & intro )
 {
    intro.above = intro.outside ? nullptr : introOf( intro.parent );
    return ( !intro.above || intro.above->state == Intro::State::ready ) &&
-         !types_[ intro.type ]->refers;
+         !intro.type->refers;
 }
 
 // Calls f( number, row ) for what each argument of an introduced entity refers to.
@@ -229,7 +234,7 @@ void BatchApply::eachReference( const Intro & intro,
       FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f )
 {
    In in = intro.arguments;
-   for ( const ReadArgument & argument : types_[ intro.type ]->arguments ) {
+   for ( const ReadArgument & argument : intro.type->arguments ) {
       if ( argument.reference ) {
          if ( const std::uint64_t number = in.getVarint() ) {
             f( number - 1, *argument.own );
@@ -258,7 +263,7 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
       intro.above = above;
       need( above );
    }
-   if ( types_[ intro.type ]->refers ) {
+   if ( intro.type->refers ) {
       eachReference( intro, [ & ]( std::uint64_t number, const AttributeRow & ) {
          need( introOf( number ) );
       } );
@@ -269,7 +274,7 @@ bool BatchApply::waitsForOthers( Intro & intro, std::vector< Intro * > & stack )
 
 void BatchApply::readArguments( const Intro & intro, Arguments & arguments )
 {
-   const ReadType & type = *types_[ intro.type ];
+   const ReadType & type = *intro.type;
    arguments.values.reserve( type.arguments.size() );
    In in = intro.arguments;
    for ( const ReadArgument & argument : type.arguments ) {
@@ -289,8 +294,9 @@ void BatchApply::readArguments( const Intro & intro, Arguments & arguments )
 
 void BatchApply::resolve( Intro & intro )
 {
-   const ReadType & type = *types_[ intro.type ];
-   if ( !type.own || ( !intro.outside && ( !intro.row || !parentOf( intro ) ) ) ) {
+   const ReadType & type = *intro.type;
+   const Entity * const owner = intro.outside || !intro.row ? nullptr : parentOf( intro );
+   if ( !type.own || ( !intro.outside && !owner ) ) {
       return; // this side does not know it, or its users deleted what it belongs to
    }
    arguments_.clear();
@@ -298,9 +304,11 @@ void BatchApply::resolve( Intro & intro )
    if ( !arguments_.complete ) {
       return; // the replica's users deleted what it refers to
    }
-   intro.entity = known( intro );
-   if ( !intro.entity ) {
-      intro.entity = alike( intro, arguments_ );
+   if ( sameStream_ ) {
+      intro.entity = known( intro, owner );
+   }
+   if ( !intro.entity && mayStand( intro, owner ) ) {
+      intro.entity = alike( intro, owner, arguments_ );
       // Made by its parent's constructor.
       intro.fresh = intro.entity && intro.above && intro.above->fresh;
    }

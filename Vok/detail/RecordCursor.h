@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace Vok::Detail {
@@ -24,6 +25,7 @@ struct RecordHead {
    }
 
    std::uint32_t typeNumber = 0;
+   const ReadType * type = nullptr; ///< the one of that number
    std::uint64_t birth = 0; ///< of an outside record
    NboAttrLog::In arguments{ nullptr, 0 }; ///< of an outside record
 };
@@ -48,6 +50,7 @@ inline RecordHead readRecordHead( NboAttrLog::In & in, const ReadTypes & types )
       throw NboAttrLog::Exception( "a batch names a type that it does not describe" );
    }
    head.typeNumber = static_cast< std::uint32_t >( type );
+   head.type = types[ head.typeNumber ].get();
    if ( head.kind == Batch::RecordKind::outside ) {
       head.birth = in.getVarint();
       head.arguments = readBlock( in );
@@ -59,13 +62,14 @@ inline RecordHead readRecordHead( NboAttrLog::In & in, const ReadTypes & types )
 /// with its mode.
 template< class F > void eachAttribute( NboAttrLog::In & in, const ReadType & type, F && f )
 {
+   const std::span< const ReadRow > rows = type.rows; // counted once, for all attributes
    std::uint64_t last = 0;
    while ( const std::uint64_t number = in.getVarint() ) {
-      if ( number <= last || number > type.rows.size() ) {
+      if ( number <= last || number > rows.size() ) {
          throw NboAttrLog::Exception( "a record names its attributes out of order" );
       }
       last = number;
-      const ReadRow & row = type.rows[ static_cast< std::size_t >( number - 1 ) ];
+      const ReadRow & row = rows[ static_cast< std::size_t >( number - 1 ) ];
       if ( row.isCollection() ) {
          const auto size = in.get< std::uint32_t >();
          f( row, NboAttrLog::In( in.getBytes( size ) ) );

@@ -47,7 +47,7 @@ void SlotPage::verify( std::size_t slot ) noexcept
 
 void SlotPage::enlarge( std::size_t places )
 {
-   if ( room_ == slots || ( places == used_ + 1U && freeNumber() <= used_ ) ) {
+   if ( room_ == slots || ( changed_ && places == used_ + 1U && freeNumber() <= used_ ) ) {
       return;
    }
    const std::size_t room = std::min( std::max( places, 4 * std::size_t{ room_ } ), slots );
@@ -85,6 +85,7 @@ std::size_t SlotPage::numberOf( const SlotPlace & place, std::size_t looks ) noe
 void SlotPage::putInto( std::size_t slot, const SlotPlace & place, std::size_t looks ) noexcept
 {
    const SlotPlace copy = place; // it may be the one that goes
+   changed_ = changed_ || placeOf_[ slot ] != 0;
    placeOf_[ slot ] = 0;
    placeOf_[ slot ] = static_cast< std::uint8_t >( numberOf( copy, looks ) );
    verified_ &= ~( std::uint32_t{ 1 } << slot );

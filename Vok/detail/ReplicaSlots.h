@@ -97,6 +97,7 @@ class SlotPage : public Listeners {
    std::uint32_t verified_ = 0; // a bit for each slot
    std::uint8_t used_ = 0; // places
    std::uint8_t room_ = 1; // for places
+   bool changed_ = false; // a slot's place was, so that some number may be that of none
    std::uint64_t verifiedAt_ = 0;
    std::uint64_t * shapeChanges_;
    SlotPlace first_;

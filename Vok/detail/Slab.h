@@ -1,4 +1,4 @@
-// The allocator of entities: slabs of one object size each.
+// The allocator of entities and of other small parts of trees: slabs of one size each.
 //
 // A slab is an aligned piece of memory, so that the slab of an object is found by masking the
 // object's address:

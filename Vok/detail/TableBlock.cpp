@@ -2,6 +2,7 @@
 #include "Vok/detail/TableBlock.h"
 
 #include "Vok/detail/CacheLines.h"
+#include "Vok/detail/Slab.h"
 
 #include <algorithm>
 #include <bit>
@@ -17,6 +18,10 @@ namespace {
 // A single group has no more slots than its block is to serve for.
 constexpr std::size_t smallRooms[] = { 4, MarkGroup::slots };
 constexpr std::size_t largest = std::numeric_limits< std::ptrdiff_t >::max();
+
+// Most collections of a tree have a few members. Up to this size a block comes from a slab, which
+// costs less than a general allocation, above all where many are made before any goes.
+constexpr std::size_t largestInSlab = 512;
 
 // Seven eighths of the slots of so many groups.
 constexpr std::size_t roomOf( std::size_t groups ) noexcept
@@ -47,24 +52,33 @@ TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nod
       std::size_t nodeAlignment )
 {
    const std::size_t slots = shape.groups == 1 ? shape.room : shape.groups * MarkGroup::slots;
-   const std::size_t alignment =
-         shape.groups == 1 ? nodeAlignment : std::max( nodeAlignment, lineBytes );
-   const std::size_t before =
-         sizeof( TableHeader ) + shape.groups * sizeof( MarkGroup ) + alignment;
-   if ( slots > ( largest - before ) / nodeSize ) {
+   const std::size_t least = shape.groups == 1 ? alignof( TableHeader ) : lineBytes;
+   const std::size_t alignment = std::max( nodeAlignment, least );
+   const std::size_t before = sizeof( TableHeader ) + shape.groups * sizeof( MarkGroup );
+   const std::size_t slack = alignment - alignof( TableHeader );
+   if ( slots > ( largest - before - slack ) / nodeSize ) {
       throw std::bad_array_new_length();
    }
-   std::size_t space = slots * nodeSize + alignment - 1;
-   void * const memory = ::operator new( before - 1 + slots * nodeSize );
-   void * nodes = static_cast< std::byte * >( memory ) + ( before - alignment );
+   const std::size_t bytes = before + slack + slots * nodeSize;
+   const bool small = bytes <= largestInSlab;
+   void * const memory = small ? slabAllocate( bytes ) : ::operator new( bytes );
+   void * nodes = static_cast< std::byte * >( memory ) + before;
+   std::size_t space = slack + slots * nodeSize;
    std::align( alignment, slots * nodeSize, nodes, space );
-   auto * const table =
-         new ( memory ) TableHeader{ 0, shape.room, shape.groups - 1, nodes, seed, nullptr };
+   auto * const table = new ( memory )
+         TableHeader{ 0, shape.room, shape.groups - 1, nodes, seed, nullptr, small ? bytes : 0 };
    std::uninitialized_value_construct_n( table->groups(), shape.groups );
    return table;
 }
 
-void freeTable( TableHeader * table ) noexcept { ::operator delete( table ); }
+void freeTable( TableHeader * table ) noexcept
+{
+   if ( const std::size_t inSlab = table->inSlab ) {
+      slabFree( table, inSlab );
+   } else {
+      ::operator delete( table );
+   }
+}
 
 TableCursor::TableCursor( const TableCursor & other ) noexcept
       : at( other.at ),

@@ -22,6 +22,7 @@ struct alignas( MarkGroup ) TableHeader {
    void * nodes;
    HashSeed seed; // of this table, from its first block to its last
    TableCursor * cursors; // the cursors that stand on this table
+   std::size_t inSlab; // the bytes of a block that stands in a slab, as small ones do; else 0
 
    MarkGroup * groups() noexcept { return reinterpret_cast< MarkGroup * >( this + 1 ); }
    const MarkGroup * groups() const noexcept

@@ -2,6 +2,7 @@
 #include "tests/FlowTracker/StatusReplica.h"
 #include "tests/support/HeapMeter.h"
 #include "tests/support/Recorder.h"
+#include "tests/support/SpareSlabs.h"
 
 #include "FlowTracker/FlowTrackerStatus.h"
 
@@ -70,6 +71,7 @@ TEST( StatusLifeTest, deletingATrackerFreesItsExportersAndCollectors )
 {
    ASSERT_EQ( live(), nothing );
    const auto status = statusFactory( "sampled" );
+   TestSupport::makeSpareSlabs();
    const TestSupport::HeapMeter heap;
    grow( *status, "campus" );
    EXPECT_EQ( live(), ( Live{ 1, 1, exporters, collectors } ) );

@@ -5,6 +5,7 @@
 #include "tests/support/Random.h"
 #include "tests/support/Recorder.h"
 #include "tests/support/Sanitizers.h"
+#include "tests/support/SpareSlabs.h"
 
 #include "FlowTracker/FlowTrackerStatus.h"
 
@@ -336,6 +337,7 @@ TEST( StatusLoadTest, trackersThatCameAndWentWhileAReaderSleptCostNothing )
    Vok::EntityVokNboAttrLogSa writer( status );
    Vok::NboAttrLog::Out out;
    writer.write( out );
+   TestSupport::makeSpareSlabs();
    const TestSupport::HeapMeter heap;
    for ( std::uint32_t i = 0; i != 100'000; ++i ) {
       const std::string name = "tracker " + std::to_string( i );

@@ -20,8 +20,8 @@
 
 namespace TestSupport {
 
-/// While it lives, no slab of the test module's entities, and of what is made for them, has room:
-/// each asks for memory, so that it can fail.
+/// While it lives, no slab of the test module's entities, and of what is made for them, small
+/// tables among it, has room: each asks for memory, so that it can fail.
 class FullSlabs {
  public:
    FullSlabs()
@@ -32,6 +32,9 @@ class FullSlabs {
                   sizeof( Test::Root ), sizeof( Vok::Detail::NotifieeList ),
                   sizeof( Vok::Detail::SlotPage ), sizeof( Vok::Detail::BatchWriter::Node ) } ) {
          fill( size );
+      }
+      for ( std::size_t tables = 96; tables <= 512; tables += 16 ) {
+         fill( tables );
       }
    }
 

@@ -4,6 +4,7 @@
 
 #include "tests/support/HeapMeter.h"
 #include "tests/support/Random.h"
+#include "tests/support/SpareSlabs.h"
 
 #include <gtest/gtest.h>
 
@@ -119,6 +120,7 @@ TEST( NumberIndexTest, numbersThatAreFarApartTakeNoMoreRoomThanOthers )
 
 TEST( NumberIndexTest, twoNumbersTakeNoMoreRoomTheFurtherTheyAreApart )
 {
+   TestSupport::makeSpareSlabs();
    for ( const unsigned bits : { 4U, 12U, 20U, 28U, 40U, 63U } ) {
       const TestSupport::HeapMeter meter;
       const NumberIndex index( introducedBy( { 1, std::uint64_t{ 1 } << bits } ) );

@@ -3,6 +3,7 @@
 #include "tests/support/HeapMeter.h"
 #include "tests/support/RandomEntity.h"
 #include "tests/support/Recorder.h"
+#include "tests/support/SpareSlabs.h"
 
 #include <gtest/gtest.h>
 
@@ -198,6 +199,7 @@ TEST( StreamPlaceTest, whatCameAndWentWhileAReaderStoppedIsBounded )
       root.namesIs( 1, "stays" );
       root.namesIs( 2, "goes" );
    } );
+   TestSupport::makeSpareSlabs();
    const TestSupport::HeapMeter heap;
    for ( std::uint32_t i = 100; i != 20000; ++i ) {
       tree.source.root->namesIs( i, "came" );

@@ -1,6 +1,7 @@
 // Collections inside values: accessors, views, changes while they are iterated.
 #include "tests/model/Everything.h"
 #include "tests/support/HeapMeter.h"
+#include "tests/support/SpareSlabs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -226,6 +227,7 @@ TEST( ValueCollectionTest, deletingAllGivesTheMemoryBack )
 {
    Recipe recipe;
    Shelf shelf;
+   TestSupport::makeSpareSlabs();
    const TestSupport::HeapMeter heap;
    for ( std::uint16_t i = 0; i != 1000; ++i ) {
       recipe.stepIs( i, step( i ) );

@@ -1,0 +1,28 @@
+// Slabs, of which one is made at a time however little is wanted of it, kept out of what is measured
+// of the heap.
+#pragma once
+
+#include "Vok/detail/Slab.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace TestSupport {
+
+/// Leaves an empty slab of every size, which is kept: the next small things find their room there.
+inline void makeSpareSlabs()
+{
+   constexpr std::size_t largest = 2048;
+   for ( std::size_t size = 16; size <= largest; size += 16 ) {
+      std::vector< void * > taken;
+      for ( const auto held = Vok::Detail::slabsHeld( size );
+            Vok::Detail::slabsHeld( size ) == held; ) {
+         taken.push_back( Vok::Detail::slabAllocate( size ) );
+      }
+      for ( void * const object : taken ) {
+         Vok::Detail::slabFree( object, size );
+      }
+   }
+}
+
+} // namespace TestSupport
