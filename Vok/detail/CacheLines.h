@@ -9,7 +9,8 @@ namespace Vok::Detail {
 inline constexpr std::size_t lineBytes = 64;
 
 // Has the lines of so many bytes fetched, all at the same time. The bytes need not be there.
-inline void fetchLines( const void * from, std::size_t bytes ) noexcept
+// Inlined always: to g++ a function that only fetches does nothing, and its calls are left out.
+[[gnu::always_inline]] inline void fetchLines( const void * from, std::size_t bytes ) noexcept
 {
    const auto * const first = static_cast< const std::byte * >( from );
    for ( std::size_t i = 0; i < bytes; i += lineBytes ) {

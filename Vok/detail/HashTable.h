@@ -198,8 +198,35 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
    template< class F > static void eachNode( const TableHeader & table, F f )
    {
       for ( std::size_t group = 0; group <= table.last; ++group ) {
+         eachNodeOf( table, group, f );
+      }
+   }
+   template< class F > static void eachNodeOf( const TableHeader & table, std::size_t group, F & f )
+   {
+      for ( auto set = marksAt( table, group ).empty().others(); set.any(); set.dropFirst() ) {
+         f( nodeAt( table, group, set.first() ) );
+      }
+   }
+
+   // Has the keys fetched that the nodes of a group lead to; a small table's are at hand. Inlined
+   // always, as fetchLines is.
+   [[gnu::always_inline]] static void fetchKeys(
+         const TableHeader & table, std::size_t group ) noexcept
+   {
+      constexpr bool inEntity = requires( const Node & node ) { node.child; };
+      constexpr bool isText = requires( const Node & node ) { node.fwkKey().data(); };
+      constexpr std::size_t small = 256;
+      if constexpr ( inEntity || isText ) {
+         if ( table.last < small || group > table.last ) {
+            return;
+         }
          for ( auto set = marksAt( table, group ).empty().others(); set.any(); set.dropFirst() ) {
-            f( nodeAt( table, group, set.first() ) );
+            const Node & node = *nodeAt( table, group, set.first() );
+            if constexpr ( inEntity ) {
+               fetchLines( &*node.child, lineBytes );
+            } else {
+               fetchLines( node.fwkKey().data(), lineBytes );
+            }
          }
       }
    }

@@ -109,10 +109,14 @@ template< class Node, class Marks >
    if ( table_->cursors != nullptr ) {
       Cursor::keepAllKeys( *table_ );
    }
-   eachNode( *table_, [ &fresh ]( Node * node ) {
+   auto move = [ &fresh ]( Node * node ) {
       VOK_STEPS( 1 );
       relocate( fresh.newPlace( fresh.hashOf( node->fwkKey() ) ).node, node );
-   } );
+   };
+   for ( std::size_t group = 0; group <= table_->last; ++group ) {
+      fetchKeys( *table_, group + 1 ); // each would be waited for
+      eachNodeOf( *table_, group, move );
+   }
    moveCursors( *table_, *fresh.table_ );
    swap( fresh );
    freeTable( std::exchange( fresh.table_, nullptr ) );

@@ -1,8 +1,11 @@
 // The slab allocator: what it hands out, what it gives back, and what it makes visible of misuse.
 #include "Vok/detail/Slab.h"
 
+#include "Vok/HSet.h"
+#include "tests/support/HeapMeter.h"
 #include "tests/support/Random.h"
 #include "tests/support/Sanitizers.h"
+#include "tests/support/SpareSlabs.h"
 
 #include <gtest/gtest.h>
 
@@ -172,6 +175,25 @@ TEST( SlabTest, SeveralThreadsAllocateAndFreeWhatOthersAllocated )
       }
    }
    EXPECT_EQ( slabsHeld( size ), 1u );
+}
+
+// ---- What stands in slabs besides entities ----------------------------------------------------
+
+TEST( SlabTest, SmallTablesStandInSlabs )
+{
+   TestSupport::makeSpareSlabs();
+   Vok::HSet< std::uint32_t > set;
+   const TestSupport::HeapMeter heap;
+   for ( std::uint32_t i = 0; i != 13; ++i ) {
+      set.insert( i );
+   }
+   EXPECT_EQ( heap.peak(), 0U );
+   for ( std::uint32_t i = 13; i != 1000; ++i ) {
+      set.insert( i );
+   }
+   EXPECT_GE( heap.held(), 1000 * sizeof( std::uint32_t ) );
+   set.clear();
+   EXPECT_EQ( heap.held(), 0U );
 }
 
 // What the address sanitizer sees.

@@ -9,10 +9,11 @@
 
 namespace TestSupport {
 
-/// Leaves an empty slab of every size, which is kept: the next small things find their room there.
+/// Leaves an empty slab of every size that small tables have, which is kept: the next ones find
+/// their room there.
 inline void makeSpareSlabs()
 {
-   constexpr std::size_t largest = 2048;
+   constexpr std::size_t largest = 512;
    for ( std::size_t size = 16; size <= largest; size += 16 ) {
       std::vector< void * > taken;
       for ( const auto held = Vok::Detail::slabsHeld( size );
