@@ -7,6 +7,7 @@
 #include "bench/MapKeys.h"
 #include "bench/Program.h"
 #include "tests/support/HeapMeter.h"
+#include "tests/support/SpareSlabs.h"
 
 #include <absl/container/flat_hash_set.h>
 #include <absl/container/node_hash_set.h>
@@ -236,6 +237,7 @@ template< class... Heard > void addChanges()
 int main( int argc, char ** argv )
 {
    using namespace Bench;
+   TestSupport::makeSpareSlabs(); // a process has them once, for all of its small tables
    addCollections();
    addEntities();
    addChanges< VokHeard, VirtualHeard, BoostHeard, SigcHeard >();
