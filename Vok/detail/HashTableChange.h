@@ -109,14 +109,28 @@ template< class Node, class Marks >
    if ( table_->cursors != nullptr ) {
       Cursor::keepAllKeys( *table_ );
    }
-   auto move = [ &fresh ]( Node * node ) {
+   // The header as it stays: what stands in the block would be read anew after each store.
+   TableHeader * const block = fresh.table_;
+   const TableHeader to = *block;
+   std::size_t atHome = 0;
+   auto move = [ & ]( Node * node ) {
       VOK_STEPS( 1 );
-      relocate( fresh.newPlace( fresh.hashOf( node->fwkKey() ) ).node, node );
+      const std::uint64_t hash = hashOf( node->fwkKey(), to.seed );
+      const std::size_t home = homeOf( to, hash );
+      if ( const auto empty = marksAt( *block, home ).empty(); empty.any() ) [[likely]] {
+         const std::size_t slot = empty.first();
+         Marks::set( block->groups()[ home ], slot, MarkGroup::markOf( hash ) );
+         ++atHome;
+         relocate( nodeAt( to, home, slot ), node );
+      } else {
+         relocate( fresh.newPlace( hash ).node, node );
+      }
    };
    for ( std::size_t group = 0; group <= table_->last; ++group ) {
       fetchKeys( *table_, group + 1 ); // each would be waited for
       eachNodeOf( *table_, group, move );
    }
+   block->size += atHome;
    moveCursors( *table_, *fresh.table_ );
    swap( fresh );
    freeTable( std::exchange( fresh.table_, nullptr ) );

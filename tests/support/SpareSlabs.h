@@ -1,5 +1,5 @@
-// Slabs, of which one is made at a time however little is wanted of it, kept out of what is measured
-// of the heap.
+// Keeps slabs out of what is measured of the heap: one is made at a time, however little is wanted
+// of it.
 #pragma once
 
 #include "Vok/detail/Slab.h"
