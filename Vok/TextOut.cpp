@@ -3,6 +3,7 @@
 
 #include "Vok/Time.h"
 #include "Vok/detail/Characters.h"
+#include "Vok/detail/DoubleText.h"
 
 #include <algorithm>
 
@@ -100,9 +101,8 @@ void TextOut::enlarge( std::size_t extra )
 
 void TextOut::putDouble( double number )
 {
-   constexpr std::size_t most = 32;
-   char * const at = grow( most );
-   const auto end = std::to_chars( at, at + most, Detail::canonicalDouble( number ) ).ptr;
+   char * const at = grow( Detail::doubleRoom );
+   const char * const end = Detail::putDouble( at, Detail::canonicalDouble( number ) );
    size_ = static_cast< std::size_t >( end - data_ );
 }
 
