@@ -71,7 +71,7 @@ void keyedIs( Entity & entity, AttrId id, Map & map, const V & value )
    const auto [ node, inserted ] = map.findOrInsert( key, [ & ] { return Node{ value }; } );
    if ( inserted ) {
       if ( entity.publisher().hasNotifiee() ) [[unlikely]] {
-         publish( entity, id, Detail::any( key ), {} );
+         publishInserted( entity, id, key );
       }
    } else if ( !Collection::equal( node->value, value ) ) {
       const V old = node->valueIs( value );

@@ -19,10 +19,6 @@ namespace {
 constexpr std::size_t smallRooms[] = { 4, MarkGroup::slots };
 constexpr std::size_t largest = std::numeric_limits< std::ptrdiff_t >::max();
 
-// Most collections of a tree have a few members. Up to this size a block comes from a slab, which
-// costs less than a general allocation, above all where many are made before any goes.
-constexpr std::size_t largestInSlab = 512;
-
 // Seven eighths of the slots of so many groups.
 constexpr std::size_t roomOf( std::size_t groups ) noexcept
 {
@@ -60,7 +56,7 @@ TableHeader * newTable( const TableShape & shape, HashSeed seed, std::size_t nod
       throw std::bad_array_new_length();
    }
    const std::size_t bytes = before + slack + slots * nodeSize;
-   const bool small = bytes <= largestInSlab;
+   const bool small = bytes <= largestTableInSlab;
    void * const memory = small ? slabAllocate( bytes ) : ::operator new( bytes );
    void * nodes = static_cast< std::byte * >( memory ) + before;
    std::size_t space = slack + slots * nodeSize;

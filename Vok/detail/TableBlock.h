@@ -38,6 +38,10 @@ constexpr std::size_t slotNumber( std::size_t group, std::size_t slot ) noexcept
    return group * slotsCounted + slot;
 }
 
+// Most collections of a tree have a few members. Up to this many bytes a block comes from a slab,
+// which costs less than a general allocation, above all where many are made before any goes.
+inline constexpr std::size_t largestTableInSlab = 512;
+
 // How large a block is.
 struct TableShape {
    std::size_t groups; // 2^n

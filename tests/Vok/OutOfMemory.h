@@ -9,6 +9,7 @@
 #include "Vok/detail/BatchNode.h"
 #include "Vok/detail/ReplicaSlots.h"
 #include "Vok/detail/Slab.h"
+#include "Vok/detail/TableBlock.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +34,8 @@ class FullSlabs {
                   sizeof( Vok::Detail::SlotPage ), sizeof( Vok::Detail::BatchWriter::Node ) } ) {
          fill( size );
       }
-      for ( std::size_t tables = 96; tables <= 512; tables += 16 ) {
+      for ( std::size_t tables = 96; tables <= Vok::Detail::largestTableInSlab;
+            tables += 16 ) {
          fill( tables );
       }
    }

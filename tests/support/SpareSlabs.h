@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Vok/detail/Slab.h"
+#include "Vok/detail/TableBlock.h"
 
 #include <cstddef>
 #include <vector>
@@ -13,8 +14,7 @@ namespace TestSupport {
 /// their room there.
 inline void makeSpareSlabs()
 {
-   constexpr std::size_t largest = 512;
-   for ( std::size_t size = 16; size <= largest; size += 16 ) {
+   for ( std::size_t size = 16; size <= Vok::Detail::largestTableInSlab; size += 16 ) {
       std::vector< void * > taken;
       for ( const auto held = Vok::Detail::slabsHeld( size );
             Vok::Detail::slabsHeld( size ) == held; ) {
