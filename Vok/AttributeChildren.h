@@ -17,8 +17,7 @@ template< class Map, class T > void entered( Entity & owner, AttrId id, Map &, T
 {
    Detail::EntityAccess::enter( child, owner );
    if ( owner.publisher().hasNotifiee() ) [[unlikely]] {
-      const typename Map::Key told( Map::Node::keyOf( child ) );
-      publish( owner, id, Detail::any( told ), {} );
+      publishInserted( owner, id, Map::Node::keyOf( child ) );
    }
 }
 
@@ -69,9 +68,7 @@ template< class Map > auto childDel( Entity & owner, AttrId id, Map & map, typen
 /// Clears the parent of every child, as its owner lets go of all.
 template< class Map > void leaveAll( Map & map ) noexcept
 {
-   for ( typename Map::Cursor cursor( map ); !cursor.atEnd(); cursor.next() ) {
-      Detail::EntityAccess::leave( *( *cursor ).child );
-   }
+   map.eachNode( []( const auto & node ) { Detail::EntityAccess::leave( *node.child ); } );
 }
 
 template< class Map > void childDelAll( Entity & owner, AttrId id, Map & map )

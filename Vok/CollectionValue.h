@@ -31,13 +31,6 @@ template< class Map > inline constexpr bool isOrderedMap = false;
 template< class N, class K, class V > inline constexpr bool isOrderedMap< OrderedMap< N, K, V > > =
       true;
 
-template< class Map, class F > void eachNode( const Map & map, F && f )
-{
-   for ( typename Map::Cursor cursor( map ); !cursor.atEnd(); cursor.next() ) {
-      f( *cursor.node() );
-   }
-}
-
 /// Writes one node: a key, a value that holds its key, or both.
 template< class Map > void encodeNode( NboAttrLog::Out & out, const typename Map::Node & node )
 {
@@ -71,7 +64,7 @@ template< class Map > std::vector< const typename Map::Node * > inOrder( const M
    using Node = typename Map::Node;
    std::vector< const Node * > nodes;
    nodes.reserve( map.size() );
-   eachNode( map, [ & ]( const Node & node ) { nodes.push_back( &node ); } );
+   map.eachNode( [ & ]( const Node & node ) { nodes.push_back( &node ); } );
    if constexpr ( !isOrderedMap< Map > ) {
       std::sort( nodes.begin(), nodes.end(), []( const Node * x, const Node * y ) {
          return keyBefore< typename Map::Key >( x->fwkKey(), y->fwkKey() );
@@ -96,7 +89,7 @@ template< Detail::ValueCollection Map > struct ValueType< Map > {
          return false;
       }
       bool same = true;
-      Detail::eachNode( a, [ & ]( const Node & node ) {
+      a.eachNode( [ & ]( const Node & node ) {
          const Node * const other = same ? b.find( node.fwkKey() ) : nullptr;
          same = other && Log::same( node, *other );
       } );
@@ -121,7 +114,7 @@ template< Detail::ValueCollection Map > struct ValueType< Map > {
    static std::size_t logSize( const Map & map )
    {
       std::size_t size = sizeof( std::uint32_t );
-      Detail::eachNode( map, [ & ]( const Node & node ) {
+      map.eachNode( [ & ]( const Node & node ) {
          if constexpr ( !Log::keyed ) {
             size += ValueType< typename Map::Key >::logSize( node.fwkKey() );
          }

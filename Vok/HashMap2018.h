@@ -140,6 +140,10 @@ template< class NodeType, class KeyType, class ValueType > class HashMap2018 {
       return table_.take( query );
    }
 
+   /// Calls `f( node )` for each node. `f` leaves the map as it is. Takes less than a cursor, which
+   /// has to be where the map can tell it of changes.
+   template< class F > void eachNode( F && f ) const { table_.eachNode( f ); }
+
    /// Deletes all nodes and gives all memory back.
    void clear() noexcept { table_.clear(); }
 

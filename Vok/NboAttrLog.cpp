@@ -1,6 +1,8 @@
 // The attribute log's buffer and reader.
 #include "Vok/NboAttrLog.h"
 
+#include "Vok/detail/Pen.h"
+
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -8,68 +10,73 @@
 
 namespace Vok::NboAttrLog {
 
+namespace {
+
+[[noreturn]] void tooLong( std::size_t size )
+{
+   throw Exception(
+         "a text of " + std::to_string( size ) + " bytes is too long for an attribute log" );
+}
+
+} // namespace
+
 Out::Out( Out && other ) noexcept
-      : data_( std::exchange( other.data_, nullptr ) ),
-        size_( std::exchange( other.size_, 0 ) ),
-        capacity_( std::exchange( other.capacity_, 0 ) )
+      : begin_( std::exchange( other.begin_, nullptr ) ),
+        at_( std::exchange( other.at_, nullptr ) ),
+        end_( std::exchange( other.end_, nullptr ) )
 {
 }
 
 Out & Out::operator=( Out && other ) noexcept
 {
-   std::swap( data_, other.data_ );
-   std::swap( size_, other.size_ );
-   std::swap( capacity_, other.capacity_ );
+   std::swap( begin_, other.begin_ );
+   std::swap( at_, other.at_ );
+   std::swap( end_, other.end_ );
    return *this;
 }
 
 Out::~Out()
 {
-   delete[] data_;
+   delete[] begin_;
 }
 
 void Out::enlarge( std::size_t extra )
 {
-   if ( extra > std::numeric_limits< std::size_t >::max() / 4 - size_ ) {
+   const std::size_t held = size();
+   if ( extra > std::numeric_limits< std::size_t >::max() / 4 - held ) {
       throw std::bad_alloc();
    }
-   const std::size_t capacity = std::max( { size_ + extra, 2 * capacity_, std::size_t{ 256 } } );
-   auto * const data = new std::byte[ capacity ];
-   if ( size_ != 0 ) {
-      std::memcpy( data, data_, size_ );
+   const auto before = static_cast< std::size_t >( end_ - begin_ );
+   const std::size_t capacity = std::max( { held + extra, 2 * before, std::size_t{ 256 } } );
+   auto * const begin = new std::byte[ capacity ];
+   if ( held != 0 ) {
+      std::memcpy( begin, begin_, held );
    }
-   delete[] data_;
-   data_ = data;
-   capacity_ = capacity;
+   delete[] begin_;
+   begin_ = begin;
+   at_ = begin + held;
+   end_ = begin + capacity;
 }
 
 void Out::putString( std::string_view text )
 {
-   if ( text.size() > std::numeric_limits< std::uint32_t >::max() ) {
-      throw Exception( "a text of " + std::to_string( text.size() ) +
-            " bytes is too long for an attribute log" );
+   if ( text.size() > std::numeric_limits< std::uint32_t >::max() ) [[unlikely]] {
+      tooLong( text.size() );
    }
-   reserve( sizeof( std::uint32_t ) + text.size() );
-   put( static_cast< std::uint32_t >( text.size() ) );
-   putBytes( text.data(), text.size() );
+   std::byte * const at = grow( sizeof( std::uint32_t ) + text.size() );
+   const std::uint32_t size = Detail::networkOrder( static_cast< std::uint32_t >( text.size() ) );
+   std::memcpy( at, &size, sizeof size );
+   Vok::Detail::copyText( at + sizeof size, text );
 }
 
 void Out::putLongVarint( std::uint64_t v )
 {
    constexpr std::size_t most = 10;
    reserve( most );
-   std::byte * at = data_ + size_;
    for ( ; v >= 0x80; v >>= 7 ) {
-      *at++ = static_cast< std::byte >( v | 0x80 );
+      *at_++ = static_cast< std::byte >( v | 0x80 );
    }
-   *at++ = static_cast< std::byte >( v );
-   size_ = static_cast< std::size_t >( at - data_ );
-}
-
-void Out::patch32( std::size_t position, std::uint32_t v ) noexcept
-{
-   const std::uint32_t ordered = Detail::networkOrder( v );
-   std::memcpy( data_ + position, &ordered, sizeof ordered );
+   *at_++ = static_cast< std::byte >( v );
 }
 
 bool In::getBool()

@@ -48,15 +48,15 @@ class VOK_EXPORT Out {
    ~Out();
 
    /// The bytes, valid until the next call that appends or clears.
-   const std::byte * data() const noexcept { return data_; }
-   std::size_t size() const noexcept { return size_; }
-   std::span< const std::byte > bytes() const noexcept { return { data_, size_ }; }
+   const std::byte * data() const noexcept { return begin_; }
+   std::size_t size() const noexcept { return static_cast< std::size_t >( at_ - begin_ ); }
+   std::span< const std::byte > bytes() const noexcept { return { begin_, size() }; }
 
    /// Forgets the contents and keeps the memory.
-   void clear() noexcept { size_ = 0; }
+   void clear() noexcept { at_ = begin_; }
 
    /// Appends one number at its width.
-   template< std::unsigned_integral U > void put( U v )
+   template< std::unsigned_integral U > [[gnu::always_inline]] void put( U v )
    {
       const U ordered = Detail::networkOrder( v );
       std::memcpy( grow( sizeof( U ) ), &ordered, sizeof( U ) );
@@ -92,18 +92,31 @@ class VOK_EXPORT Out {
    /// Overwrites a byte that was appended before, at `position` from the start.
    void patch8( std::size_t position, std::uint8_t v ) noexcept
    {
-      data_[ position ] = static_cast< std::byte >( v );
+      begin_[ position ] = static_cast< std::byte >( v );
    }
    /// The same with 32 bits.
-   void patch32( std::size_t position, std::uint32_t v ) noexcept;
+   void patch32( std::size_t position, std::uint32_t v ) noexcept
+   {
+      const std::uint32_t ordered = Detail::networkOrder( v );
+      std::memcpy( begin_ + position, &ordered, sizeof ordered );
+   }
 
    /// Takes back what was appended after `size`.
-   void truncate( std::size_t size ) noexcept { size_ = size; }
+   void truncate( std::size_t size ) noexcept { at_ = begin_ + size; }
+
+   /// Where the next bytes go, with room for so many; `wrote` tells where those end that were
+   /// written there. Throws std::bad_alloc.
+   std::byte * room( std::size_t most )
+   {
+      reserve( most );
+      return at_;
+   }
+   void wrote( std::byte * end ) noexcept { at_ = end; }
 
    /// Makes room for `extra` more bytes, so that appending those cannot throw.
    void reserve( std::size_t extra )
    {
-      if ( capacity_ - size_ < extra ) {
+      if ( static_cast< std::size_t >( end_ - at_ ) < extra ) [[unlikely]] {
          enlarge( extra );
       }
    }
@@ -112,16 +125,16 @@ class VOK_EXPORT Out {
    std::byte * grow( std::size_t extra )
    {
       reserve( extra );
-      std::byte * const at = data_ + size_;
-      size_ += extra;
+      std::byte * const at = at_;
+      at_ += extra;
       return at;
    }
    void enlarge( std::size_t extra );
    void putLongVarint( std::uint64_t v );
 
-   std::byte * data_ = nullptr;
-   std::size_t size_ = 0;
-   std::size_t capacity_ = 0;
+   std::byte * begin_ = nullptr;
+   std::byte * at_ = nullptr; // where the next byte goes
+   std::byte * end_ = nullptr; // of the memory
 };
 
 /// A reader over bytes that it does not own and that must stay as they are meanwhile. Reading

@@ -118,6 +118,10 @@ template< class NodeType, class KeyType, class ValueType > class OrderedMap {
    /// stays for later insertions.
    std::optional< Node > take( Query query ) noexcept { return tree_.take( query ); }
 
+   /// Calls `f( node )` for each node, in ascending order of keys. `f` leaves the map as it is.
+   /// Takes less than a cursor, which has to be where the map can tell it of changes.
+   template< class F > void eachNode( F && f ) const { tree_.eachNode( f ); }
+
    /// Deletes all nodes and gives all memory back.
    void clear() noexcept { tree_.clear(); }
 

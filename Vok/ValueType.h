@@ -132,7 +132,7 @@ template< Detail::Number U > struct ValueType< U > {
       into = static_cast< U >( range.number( std::numeric_limits< U >::max() ) );
    }
    static std::size_t logSize( U ) { return sizeof( U ); }
-   static void encode( NboAttrLog::Out & out, U v ) { out.put( v ); }
+   [[gnu::always_inline]] static void encode( NboAttrLog::Out & out, U v ) { out.put( v ); }
    static void decode( NboAttrLog::In & in, U & into ) { into = in.get< U >(); }
 };
 
@@ -201,7 +201,7 @@ struct ValueType< E > {
    static void print( TextOut & out, E v ) { out.put( std::string_view( stringValue( v ) ) ); }
    static void read( CharRange & range, E & into ) { sequenceToValue( range, &into ); }
    static std::size_t logSize( E ) { return 4; }
-   static void encode( NboAttrLog::Out & out, E v )
+   [[gnu::always_inline]] static void encode( NboAttrLog::Out & out, E v )
    {
       out.put( static_cast< std::uint32_t >( v ) );
    }

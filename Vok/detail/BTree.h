@@ -102,6 +102,13 @@ template< class Node > class BTree {
       return taken;
    }
 
+   template< class F > void eachNode( F & f ) const
+   {
+      if ( size() != 0 ) {
+         eachNodeBelow( tree_->root, f );
+      }
+   }
+
    void clear() noexcept;
    void reserve( std::size_t size );
 
@@ -132,6 +139,19 @@ template< class Node > class BTree {
    };
 
    static Inner * inner( Leaf * block ) noexcept { return static_cast< Inner * >( block ); }
+
+   template< class F > static void eachNodeBelow( Leaf * block, F & f )
+   {
+      for ( std::size_t i = 0; i != block->size; ++i ) {
+         if ( block->hasChildren ) {
+            eachNodeBelow( inner( block )->children[ i ], f );
+         }
+         f( std::as_const( block->items()[ i ] ) );
+      }
+      if ( block->hasChildren ) {
+         eachNodeBelow( inner( block )->children[ block->size ], f );
+      }
+   }
 
    // Blocks of one kind for later use.
    template< class Block > struct Spares {

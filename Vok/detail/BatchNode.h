@@ -14,7 +14,7 @@ namespace Vok::Detail {
 
 class BatchWriter::Node final : public FlowOutBase {
  public:
-   Node( BatchWriter & owner, Entity & followed, Node * above );
+   Node( BatchWriter & owner, Entity & followed );
    ~Node() override;
 
    static void * operator new( std::size_t size ) { return slabAllocate( size ); }
@@ -42,7 +42,7 @@ class BatchWriter::Node final : public FlowOutBase {
 
    static constexpr std::uint16_t noType = 0xffff;
 
-   /// As if no batch had been written; the node keeps its numbers and its birth.
+   /// As if no batch had been written; the node keeps its numbers, its birth and its place.
    void forget() noexcept
    {
       dirty().writtenWhole( entity->publisher() );
@@ -50,16 +50,12 @@ class BatchWriter::Node final : public FlowOutBase {
       references = 0;
       outside = false;
       left = false;
-      history.reset();
-      parent = nullptr;
-      children = {};
-      links[ amongSiblings ] = {};
-      links[ amongLoose ] = {};
    }
 
    BatchWriter * writer;
    Entity * entity;
-   std::uint64_t number = 0; ///< under which the reader knows it
+   std::uint32_t number = 0; ///< under which the reader knows it; 2^32 would fill 512 GiB
+   std::uint32_t met = 0; ///< the whole tree that it was last met in
    std::uint64_t birth = 0; ///< the batch that introduced it first; 0 while none has
    std::uint64_t known = 0; ///< the batch that introduced it last; 0 while none has
    std::uint32_t references = 0; ///< written references that lead here; 2^32 would fill 32 GiB
@@ -79,6 +75,19 @@ class BatchWriter::Node final : public FlowOutBase {
  private:
    void memberLeft( const Corvo::Change & change, std::size_t index, const AttributeRow & row );
 };
+
+/// The node of an entity that is written. Where a whole tree is, what the node knew before counts
+/// for nothing.
+[[gnu::always_inline]] inline BatchWriter::Node & BatchWriter::nodeOf( const Entity & entity )
+{
+   Node & node =
+         *nodes_.findOrInsert( &entity, [ & ] { return newEntry( entity ); } ).first->value;
+   if ( node.met != wholes_ ) {
+      node.met = wholes_;
+      node.forget();
+   }
+   return node;
+}
 
 inline std::uint64_t BatchWriter::typeIndexOf( Node & node )
 {

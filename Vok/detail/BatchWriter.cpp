@@ -14,14 +14,10 @@ namespace Vok::Detail {
 
 // ---- Node -------------------------------------------------------------------------------------
 
-BatchWriter::Node::Node( BatchWriter & owner, Entity & followed, Node * above )
-      : FlowOutBase( followed ),
-        writer( &owner ),
-        entity( &followed )
+BatchWriter::Node::Node( BatchWriter & owner, Entity & followed ) : FlowOutBase( followed ),
+                                                                    writer( &owner ),
+                                                                    entity( &followed )
 {
-   if ( above ) {
-      adoptedBy( *above );
-   }
 }
 
 BatchWriter::Node::~Node()
@@ -106,7 +102,7 @@ std::uint64_t newStream()
 BatchWriter::BatchWriter( const Corvo::Ptr< Entity > & root ) : root_( root ),
                                                                 stream_( newStream() )
 {
-   nodeOf( *root_, nullptr );
+   nodeOf( *root_ );
 }
 
 BatchWriter::~BatchWriter()
@@ -127,23 +123,20 @@ BatchWriter::Node * BatchWriter::find( const Entity & entity ) const noexcept
    return found ? found->value.get() : nullptr;
 }
 
-BatchWriter::Node & BatchWriter::nodeOf( const Entity & entity, Node * parent )
+BatchWriter::NodeEntry BatchWriter::newEntry( const Entity & entity )
 {
-   const auto [ at, inserted ] = nodes_.findOrInsert( &entity, [ & ] {
-      auto node = std::make_unique< Node >( *this, const_cast< Entity & >( entity ), parent );
-      if ( freeNumbers_.capacity() <= nodes_.size() ) {
-         // So that giving a number back cannot fail.
-         freeNumbers_.reserve( nodes_.size() + nodes_.size() / 4 + 8 );
-      }
-      if ( freeNumbers_.empty() ) {
-         node->number = nextNumber_++;
-      } else {
-         node->number = freeNumbers_.back();
-         freeNumbers_.pop_back();
-      }
-      return NodeEntry{ &entity, std::move( node ) };
-   } );
-   return *at->value;
+   auto node = std::make_unique< Node >( *this, const_cast< Entity & >( entity ) );
+   if ( freeNumbers_.capacity() <= nodes_.size() ) {
+      // So that giving a number back cannot fail.
+      freeNumbers_.reserve( nodes_.size() + nodes_.size() / 4 + 8 );
+   }
+   if ( freeNumbers_.empty() ) {
+      node->number = nextNumber_++;
+   } else {
+      node->number = freeNumbers_.back();
+      freeNumbers_.pop_back();
+   }
+   return { &entity, std::move( node ) };
 }
 
 // Whether an entity is below the root, or below what the stream follows outside.
@@ -151,7 +144,8 @@ bool BatchWriter::belongs( const Entity & entity )
 {
    const Entity * top = &entity;
    for ( ; top && top != root_.get() && !belonging_.find( top ); top = top->parent() ) {
-      if ( const Node * const node = find( *top ); node && node->outside ) {
+      if ( const Node * const node = find( *top );
+            node && node->outside && node->met == wholes_ ) {
          break;
       }
    }

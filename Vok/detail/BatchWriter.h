@@ -16,7 +16,9 @@
 #include "Vok/HashMap2018.h"
 #include "Vok/NboAttrLog.h"
 #include "Vok/NboAttrLogSa.h"
+#include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/LinkedList.h"
+#include "Vok/detail/Pen.h"
 #include "Vok/detail/StreamType.h"
 
 #include <cstddef>
@@ -59,6 +61,8 @@ class BatchWriter {
    friend class NodeHistory;
    struct CatchUp;
 
+   using NodeEntry = MapNode< const Entity *, std::unique_ptr< Node > >;
+
    // The lists that a node may stand in.
    enum Links : std::size_t {
       amongSiblings,
@@ -68,7 +72,8 @@ class BatchWriter {
 
    // Nodes.
    Node * find( const Entity & entity ) const noexcept;
-   Node & nodeOf( const Entity & entity, Node * parent );
+   Node & nodeOf( const Entity & entity );
+   NodeEntry newEntry( const Entity & entity );
    bool belongs( const Entity & entity );
    bool readerHas( const Node & node ) const noexcept;
    void drop( Node & top ) noexcept;
@@ -81,10 +86,12 @@ class BatchWriter {
 
    // Writing.
    void writeWhole();
+   void eraseUnknown() noexcept;
    void writeChanges();
    void writeQueue();
    void writeNode( Node & node );
    void writeChangesOf( Node & node );
+   bool writeUnlessInitial( Node & node, const WrittenRow & written );
    void writeValue( const Entity & entity, const WrittenRow & written );
    void writeMembers( Node & node, const WrittenRow & written );
    void writeChangedMembers( Node & node, const WrittenRow & written );
@@ -92,9 +99,16 @@ class BatchWriter {
    void writeAllEntities( Node & node, const AttributeRow & row );
    void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
    void writeChild( Node & parent, const Entity & child );
+   Node & introduce( Node & parent, const Entity & child );
+   template< bool withOp > void putChild( Node & node );
    void writeChildHead( Node & node );
    void writeArguments( Node & node );
+   void putHead( std::uint64_t number, Batch::RecordKind kind, std::uint64_t type );
+   void putText( std::string_view text );
    void putValue( const ValueOps & ops, const void * value );
+   void putLoaded( const AttributeRow & row, const void * storage );
+   void putStored( const WrittenRow & written, const void * storage );
+   void putMembers( Node & node, const WrittenRow & written );
    template< class Put > void putSized( Put && put );
    void putLong( std::size_t start );
    std::uint64_t referenceNumber( const Entity & target );
@@ -103,7 +117,13 @@ class BatchWriter {
    std::uint64_t findTypeOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
-   std::size_t beginPayload( std::uint8_t mode );
+   std::size_t beginPayload( std::uint8_t mode )
+   {
+      const std::size_t start = body_.size();
+      body_.put( std::uint32_t{ 0 } );
+      body_.put( mode );
+      return start;
+   }
    void endPayload( std::size_t start );
 
    // Readers that stopped.
@@ -126,6 +146,7 @@ class BatchWriter {
    std::uint64_t stream_;
    std::uint64_t written_ = 0; // batches
    bool whole_ = true;
+   std::uint32_t wholes_ = 0; // whole trees that were begun
    CatchUp * reader_ = nullptr; // the one that is written for, where it is not all of them
    std::function< void() > onPending_;
 
@@ -133,12 +154,11 @@ class BatchWriter {
    LinkedList< HistoryItem, 0 > history_; // outlives the nodes, whose items stand in it
    std::uint64_t noted_ = 1; // the first batch since which all is noted
 
-   using NodeEntry = MapNode< const Entity *, std::unique_ptr< Node > >;
    HashMap2018< NodeEntry, const Entity *, std::unique_ptr< Node > > nodes_;
    LinkedList< Node, amongDirty > dirty_; // those with something pending
    LinkedList< Node, amongLoose > loose_; // those outside that a written reference led to
-   std::uint64_t nextNumber_ = 0;
-   std::vector< std::uint64_t > freeNumbers_;
+   std::uint32_t nextNumber_ = 0;
+   std::vector< std::uint32_t > freeNumbers_;
 
    struct NumberedType {
       const WrittenType * written;
@@ -153,5 +173,13 @@ class BatchWriter {
    std::vector< Node * > queue_; // nodes to be written whole
    HSet< const Entity * > belonging_; // entities that are known to belong, while a batch is written
 };
+
+inline void BatchWriter::putHead(
+      std::uint64_t number, Batch::RecordKind kind, std::uint64_t type )
+{
+   Pen pen( body_, 2 * Pen::varintRoom );
+   pen.varint( number * 4 + static_cast< unsigned >( kind ) );
+   pen.varint( type );
+}
 
 } // namespace Vok::Detail

@@ -1,10 +1,11 @@
-// How a writer puts its tree, or what changed of it, into a batch.
+// How a writer puts its tree into a batch, or what a batch introduces of it.
 #include "Vok/detail/BatchNode.h"
 #include "Vok/detail/BatchWriter.h"
 
 #include "Vok/TypeData.h"
 #include "Vok/detail/BatchFormat.h"
 #include "Vok/detail/CollectionOps.h"
+#include "Vok/detail/Pen.h"
 #include "Vok/detail/Storage.h"
 
 #include <limits>
@@ -13,9 +14,20 @@ namespace Vok::Detail {
 
 namespace {
 
-void putHead( NboAttrLog::Out & out, std::uint64_t number, Batch::RecordKind kind )
+// Up to this many bytes a text has a length of one byte before it, that of its length counted.
+constexpr std::size_t shortText = 0x7f - sizeof( std::uint32_t );
+constexpr std::size_t textRoom = 1 + Pen::numberRoom + shortText;
+
+// A text with the length before it that what has no fixed size has.
+void putShortText( Pen & pen, std::string_view text )
 {
-   out.putVarint( number * 4 + static_cast< unsigned >( kind ) );
+   pen.byte( static_cast< std::uint8_t >( sizeof( std::uint32_t ) + text.size() ) );
+   pen.text( text );
+}
+
+[[noreturn]] void tooLarge()
+{
+   throw NboAttrLog::Exception( "a collection is too large for a batch" );
 }
 
 // Whether a plain or optional attribute is at its default, or a collection empty.
@@ -23,7 +35,7 @@ bool isInitial( const WrittenRow & written, const void * storage )
 {
    const AttributeRow & row = *written.row;
    if ( row.collection ) {
-      return row.collection->size( storage ) == 0;
+      return neverFilled( storage ) || row.collection->size( storage ) == 0;
    }
    if ( !written.initial ) {
       return false;
@@ -63,71 +75,40 @@ void BatchWriter::putLong( std::size_t start )
    body_.putBytes( scratch_.data(), scratch_.size() );
 }
 
-void BatchWriter::write( NboAttrLog::Out & out )
-{
-   if ( !hasChanges() ) {
-      return;
-   }
-   const std::size_t start = out.size();
-   ++written_;
-   body_.clear();
-   queue_.clear();
-   belonging_.clear();
-   try {
-      if ( whole_ ) {
-         writeWhole();
-      } else {
-         writeChanges();
-      }
-      finish( out, start, whole_ ? Batch::wholeFlag : std::uint8_t{ 0 } );
-   } catch ( ... ) {
-      out.truncate( start );
-      --written_;
-      whole_ = true; // nodes may have been made and counted that no reader knows
-      throw;
-   }
-   while ( Node * const node = dirty_.first() ) {
-      node->written();
-      dirty_.remove( *node );
-   }
-   belonging_.clear();
-   whole_ = false;
-   for ( ; described_ != types_.size(); ++described_ ) {
-      types_[ described_ ].describedAt = written_;
-   }
-   sweepLoose();
-}
-
 void BatchWriter::writeWhole()
 {
    described_ = 0;
-   loose_ = {};
+   while ( Node * const node = loose_.first() ) {
+      loose_.remove( *node );
+   }
    forgetHistory();
    noted_ = written_; // whoever stopped before needs the whole tree as well
-   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
-      cursor.node()->value->forget();
-   }
-   Node & root = nodeOf( *root_, nullptr );
+   ++wholes_;
+   Node & root = nodeOf( *root_ );
    root.known = written_;
    queue_.push_back( &root );
    writeArguments( root );
    writeQueue();
-   if ( queue_.size() == nodes_.size() ) {
-      return; // each was introduced
-   }
-   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
-      if ( Node * const node = cursor.node()->value.get(); node->known == 0 ) {
-         erase( *node ); // followed once, and no part of what the reader knows now
-      }
+   if ( queue_.size() != nodes_.size() ) {
+      eraseUnknown();
    }
 }
 
-void BatchWriter::writeChanges()
+// Entities that were followed once, and are no part of what the reader of a whole tree knows.
+void BatchWriter::eraseUnknown() noexcept
 {
-   for ( Node * node = dirty_.first(); node; node = dirty_.next( *node ) ) {
-      writeChangesOf( *node );
+   const auto isUnknown = [ this ]( const Node & node ) { return node.known != written_; };
+   nodes_.eachNode( [ & ]( const NodeEntry & entry ) {
+      if ( Node & node = *entry.value; isUnknown( node ) ) {
+         node.unlink();
+         node.forget();
+      }
+   } );
+   for ( decltype( nodes_ )::Cursor cursor( nodes_ ); !cursor.atEnd(); cursor.next() ) {
+      if ( Node & node = *cursor.node()->value; isUnknown( node ) ) {
+         erase( node );
+      }
    }
-   writeQueue();
 }
 
 // Entities that the batch introduces, parents before their children.
@@ -138,55 +119,20 @@ void BatchWriter::writeQueue()
    }
 }
 
-void BatchWriter::writeNode( Node & node )
+// A text, with the length before it that all have that may be longer or shorter.
+inline void BatchWriter::putText( std::string_view text )
 {
-   const Entity & entity = *node.entity;
-   const std::size_t start = body_.size();
-   const bool outside = node.outside;
-   putHead( body_, node.number, outside ? Batch::RecordKind::outside : Batch::RecordKind::whole );
-   const std::uint64_t index = typeIndexOf( node );
-   const WrittenType & type = *types_[ index ].written;
-   body_.putVarint( index );
-   if ( outside ) {
-      body_.putVarint( node.birth );
-      writeArguments( node );
-   }
-   bool any = outside || &entity == root_.get();
-   for ( const WrittenRow & written : type.rows ) {
-      const void * const storage = written.storageIn( entity );
-      if ( written.sameBytes( storage ) || isInitial( written, storage ) ) {
-         continue;
-      }
-      any = true;
-      body_.putVarint( type.numberOf( written ) );
-      if ( written.row->collection ) {
-         writeMembers( node, written );
-      } else {
-         writeValue( entity, written );
-      }
-   }
-   if ( any ) {
-      body_.putVarint( 0 );
+   if ( text.size() <= shortText ) [[likely]] {
+      Pen pen( body_, textRoom );
+      putShortText( pen, text );
    } else {
-      body_.truncate( start ); // all at their defaults: no record needed
-   }
-}
-
-void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written )
-{
-   const AttributeRow & row = *written.row;
-   const void * const storage = storageOf( entity, row );
-   if ( row.storage ) {
-      OwnedValue value( *row.value );
-      row.storage->load( storage, value.data() );
-      putValue( *row.value, value.data() );
-   } else {
-      putValue( *row.value, storage );
+      body_.putVarint( sizeof( std::uint32_t ) + text.size() );
+      body_.putString( text );
    }
 }
 
 // Behind a value of a fixed size stands the next; any other has its length before it.
-void BatchWriter::putValue( const ValueOps & ops, const void * value )
+inline void BatchWriter::putValue( const ValueOps & ops, const void * value )
 {
    if ( ops.fixedLogSize != 0 ) {
       ops.encode( body_, value );
@@ -195,46 +141,126 @@ void BatchWriter::putValue( const ValueOps & ops, const void * value )
    }
 }
 
-std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+// A value that is stored as something else.
+[[gnu::noinline]] void BatchWriter::putLoaded( const AttributeRow & row, const void * storage )
 {
-   const std::size_t start = body_.size();
-   body_.put( std::uint32_t{ 0 } );
-   body_.put( mode );
-   return start;
+   OwnedValue value( *row.value );
+   row.storage->load( storage, value.data() );
+   putValue( *row.value, value.data() );
+}
+
+inline void BatchWriter::putStored( const WrittenRow & written, const void * storage )
+{
+   if ( written.coding == WrittenRow::Coding::number ) {
+      Pen( body_, Pen::numberRoom ).number( written.numberAt( storage ), written.logged );
+   } else if ( written.coding == WrittenRow::Coding::text ) {
+      putText( *static_cast< const Corvo::String * >( storage ) );
+   } else if ( written.row->storage ) {
+      putLoaded( *written.row, storage );
+   } else {
+      putValue( *written.row->value, storage );
+   }
+}
+
+void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written )
+{
+   putStored( written, written.storageIn( entity ) );
 }
 
 void BatchWriter::endPayload( std::size_t start )
 {
    const std::size_t size = body_.size() - start - sizeof( std::uint32_t );
-   if ( size > std::numeric_limits< std::uint32_t >::max() ) {
-      throw NboAttrLog::Exception( "a collection is too large for a batch" );
+   if ( size > std::numeric_limits< std::uint32_t >::max() ) [[unlikely]] {
+      tooLarge();
    }
    body_.patch32( start, static_cast< std::uint32_t >( size ) );
 }
 
 // All members, as a reader that has none needs them.
-void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
+[[gnu::always_inline]] inline void BatchWriter::putMembers(
+      Node & node, const WrittenRow & written )
 {
    const AttributeRow & row = *written.row;
-   const void * const storage = storageOf( *node.entity, row );
    const std::size_t payload = beginPayload( Batch::wholeMode );
    if ( !row.collection->entity ) {
-      row.collection->stream->write( storage, body_ );
+      row.collection->stream->write( written.storageIn( *node.entity ), body_ );
    } else {
       writeAllEntities( node, row );
    }
    endPayload( payload );
 }
 
+void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
+{
+   putMembers( node, written );
+}
+
+// Says whether an attribute was written.
+[[gnu::always_inline]] inline bool BatchWriter::writeUnlessInitial(
+      Node & node, const WrittenRow & written )
+{
+   const Entity & entity = *node.entity;
+   const void * const storage = written.storageIn( entity );
+   if ( written.coding == WrittenRow::Coding::number ) {
+      const std::uint64_t number = written.numberAt( storage );
+      if ( written.initial && number == written.initialNumber ) {
+         return false;
+      }
+      Pen pen( body_, Pen::varintRoom + Pen::numberRoom );
+      pen.varint( written.number );
+      pen.number( number, written.logged );
+      return true;
+   }
+   if ( isInitial( written, storage ) ) {
+      return false;
+   }
+   body_.putVarint( written.number );
+   if ( written.row->collection ) {
+      putMembers( node, written );
+   } else {
+      putStored( written, storage );
+   }
+   return true;
+}
+
+void BatchWriter::writeNode( Node & node )
+{
+   const Entity & entity = *node.entity;
+   const std::size_t start = body_.size();
+   const bool outside = node.outside;
+   const std::uint64_t index = typeIndexOf( node );
+   const WrittenType & type = *types_[ index ].written;
+   putHead( node.number, outside ? Batch::RecordKind::outside : Batch::RecordKind::whole, index );
+   if ( outside ) {
+      body_.putVarint( node.birth );
+      writeArguments( node );
+   }
+   bool any = outside || &entity == root_.get();
+   type.eachSuspect( entity, [ & ]( const WrittenRow & written ) {
+      any |= writeUnlessInitial( node, written );
+   } );
+   if ( any ) {
+      body_.putVarint( 0 );
+   } else {
+      body_.truncate( start ); // all at their defaults: no record needed
+   }
+}
+
 void BatchWriter::writeAllEntities( Node & node, const AttributeRow & row )
 {
    const void * const storage = storageOf( *node.entity, row );
-   if ( !reader_ && row.kind != AttributeKind::references ) {
-      row.collection->each( storage, [ & ]( const void *, const void * value ) {
-         putOp( body_, MemberOp::put );
-         writeChild( node, *row.collection->pointee( value ) );
-         return true;
-      } );
+   if ( !reader_ ) {
+      const StreamOps & ops = *row.collection->stream;
+      if ( row.kind == AttributeKind::references ) {
+         ops.eachEntity( storage, [ & ]( const Entity & target ) {
+            putOp( body_, MemberOp::put );
+            body_.putVarint( referenceNumber( target ) );
+         } );
+      } else {
+         ops.eachEntity( storage, [ & ]( const Entity & child ) {
+            putChild< true >( introduce( node, child ) );
+         } );
+      }
       return;
    }
    row.collection->each( storage, [ & ]( const void * key, const void * value ) {
@@ -249,30 +275,20 @@ void BatchWriter::writeAllEntities( Node & node, const AttributeRow & row )
    } );
 }
 
-void BatchWriter::writeMember(
-      Node & node, const AttributeRow & row, const void * key, const void * value )
-{
-   if ( row.kind == AttributeKind::references ) {
-      body_.putVarint( referenceNumber( *row.collection->pointee( value ) ) );
-   } else if ( holdsEntities( row ) ) {
-      writeChild( node, *row.collection->pointee( value ) );
-   } else {
-      if ( row.keyField.empty() ) {
-         row.key->encode( body_, key );
-      }
-      if ( row.kind == AttributeKind::map ) {
-         row.value->encode( body_, value );
-      }
-   }
-}
-
 void BatchWriter::writeChild( Node & parent, const Entity & child )
 {
    if ( reader_ ) {
       writeMissedChild( child );
-      return;
+   } else {
+      putChild< false >( introduce( parent, child ) );
    }
-   Node & node = nodeOf( child, nullptr );
+}
+
+// Inlined always: a whole tree has one for each of its entities.
+[[gnu::always_inline]] inline BatchWriter::Node & BatchWriter::introduce(
+      Node & parent, const Entity & child )
+{
+   Node & node = nodeOf( child );
    if ( node.parent != &parent ) {
       node.unlink();
       node.adoptedBy( parent );
@@ -290,28 +306,53 @@ void BatchWriter::writeChild( Node & parent, const Entity & child )
       node.known = written_;
       queue_.push_back( &node );
    }
-   writeChildHead( node );
+   return node;
 }
 
 void BatchWriter::writeChildHead( Node & node )
 {
-   body_.putVarint( node.number );
-   body_.putVarint( node.birth );
-   writeArguments( node );
+   putChild< false >( node );
+}
+
+// What makes a child, behind its operation.
+template< bool withOp > [[gnu::always_inline]] inline void BatchWriter::putChild( Node & node )
+{
+   const bool nameAlone = types_[ typeIndexOf( node ) ].written->nameAlone;
+   const std::string_view name = node.entity->name();
+   const bool atOnce = nameAlone && name.size() <= shortText;
+   {
+      Pen pen( body_, 1 + 2 * Pen::varintRoom + textRoom );
+      if constexpr ( withOp ) {
+         pen.byte( static_cast< std::uint8_t >( MemberOp::put ) );
+      }
+      pen.varint( node.number );
+      pen.varint( node.birth );
+      if ( atOnce ) [[likely]] {
+         putShortText( pen, name );
+      }
+   }
+   if ( !atOnce ) {
+      writeArguments( node );
+   }
 }
 
 void BatchWriter::writeArguments( Node & node )
 {
    const Entity & entity = *node.entity;
+   const WrittenType & type = *types_[ typeIndexOf( node ) ].written;
    putSized( [ & ] {
-      for ( const AttributeRow * row : types_[ typeIndexOf( node ) ].written->arguments ) {
-         if ( row->reference ) {
-            const Entity * const target = referred( entity, *row );
+      for ( const WrittenRow & argument : type.arguments ) {
+         const AttributeRow & row = *argument.row;
+         const void * const storage = argument.storageIn( entity );
+         if ( row.reference ) {
+            const Entity * const target = referred( entity, row );
             body_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
-         } else if ( row->identity && !row->fromName ) {
-            row->value->encode( body_, &entity.name() );
+         } else if ( argument.isName ) {
+            body_.putString( entity.name() );
+         } else if ( argument.coding == WrittenRow::Coding::number ) {
+            Pen( body_, Pen::numberRoom ).number( argument.numberAt( storage ), argument.logged );
          } else {
-            row->value->encode( body_, storageOf( entity, *row ) );
+            row.value->encode( body_, storage );
          }
       }
    } );
@@ -324,8 +365,9 @@ std::uint64_t BatchWriter::referenceNumber( const Entity & target )
    if ( reader_ ) {
       return missedReference( target );
    }
-   Node & node = nodeOf( target, nullptr );
+   Node & node = nodeOf( target );
    if ( node.known == 0 && !belongs( target ) ) {
+      node.unlink(); // from where it was in the tree before
       node.outside = true;
       node.known = written_;
       node.birth = node.birth == 0 ? written_ : node.birth;
@@ -333,77 +375,6 @@ std::uint64_t BatchWriter::referenceNumber( const Entity & target )
    }
    ++node.references;
    return node.number;
-}
-
-void BatchWriter::writeChangesOf( Node & node )
-{
-   const Entity & entity = *node.entity;
-   if ( node.known == written_ ) {
-      return; // introduced by this batch, and written whole
-   }
-   putHead( body_, node.number, node.left ? Batch::RecordKind::left : Batch::RecordKind::change );
-   const std::uint64_t index = typeIndexOf( node );
-   const WrittenType & type = *types_[ index ].written;
-   body_.putVarint( index );
-   for ( const WrittenRow & written : type.rows ) {
-      if ( node.changed( written.index ) ) {
-         body_.putVarint( type.numberOf( written ) );
-         if ( written.row->collection ) {
-            writeChangedMembers( node, written );
-         } else {
-            writeValue( entity, written );
-            note( node, written.index, {}, false );
-         }
-      }
-   }
-   body_.putVarint( 0 );
-   if ( node.left ) {
-      node.leftAt = written_;
-      note( node, HistoryItem::leftTree, {}, false );
-   }
-}
-
-void BatchWriter::writeChangedMembers( Node & node, const WrittenRow & written )
-{
-   const AttributeRow & row = *written.row;
-   const std::size_t payload = beginPayload( Batch::deltaMode );
-   const auto writeKey = [ & ]( const void * key ) {
-      if ( writeChangedMember( node, row, key ) ) {
-         noteMember( node, written, key );
-      }
-   };
-   if ( row.kind == AttributeKind::child ) {
-      writeKey( nullptr );
-   } else if ( const DirtyKeys * const keys = node.changedKeys( written.index ) ) {
-      if ( row.collection->entity ) {
-         keys->each( writeKey );
-      } else {
-         row.collection->stream->writeChanged( storageOf( *node.entity, row ), *keys, body_ );
-         if ( places_.first() ) {
-            keys->each( [ & ]( const void * key ) { noteMember( node, written, key ); } );
-         }
-      }
-   }
-   endPayload( payload );
-}
-
-// What stands under a key, unless it is a child that the reader has.
-bool BatchWriter::writeChangedMember( Node & node, const AttributeRow & row, const void * key )
-{
-   const void * const value = row.collection->find( storageOf( *node.entity, row ), key );
-   if ( value && row.kind != AttributeKind::references && holdsEntities( row ) ) {
-      const Node * const child = find( *row.collection->pointee( value ) );
-      if ( child && readerHas( *child ) && child->parent == &node ) {
-         return false;
-      }
-   }
-   putOp( body_, value ? MemberOp::put : MemberOp::del );
-   if ( value ) {
-      writeMember( node, row, key, value );
-   } else if ( key ) {
-      row.key->encode( body_, key );
-   }
-   return true;
 }
 
 } // namespace Vok::Detail

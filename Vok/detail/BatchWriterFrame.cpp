@@ -1,4 +1,5 @@
-// The frame of a batch that is written: its header, the types that it describes, its checksum.
+// A batch that is written: what it is made of, and its frame of a header, descriptions of types and
+// a checksum.
 #include "Vok/detail/BatchNode.h"
 #include "Vok/detail/BatchWriter.h"
 
@@ -19,6 +20,41 @@ namespace {
 constexpr std::size_t bodyKept = 1 << 20;
 
 } // namespace
+
+void BatchWriter::write( NboAttrLog::Out & out )
+{
+   if ( !hasChanges() ) {
+      return;
+   }
+   const std::size_t start = out.size();
+   ++written_;
+   body_.clear();
+   queue_.clear();
+   belonging_.clear();
+   try {
+      if ( whole_ ) {
+         writeWhole();
+      } else {
+         writeChanges();
+      }
+      finish( out, start, whole_ ? Batch::wholeFlag : std::uint8_t{ 0 } );
+   } catch ( ... ) {
+      out.truncate( start );
+      --written_;
+      whole_ = true; // nodes may have been made and counted that no reader knows
+      throw;
+   }
+   while ( Node * const node = dirty_.first() ) {
+      node->written();
+      dirty_.remove( *node );
+   }
+   belonging_.clear();
+   whole_ = false;
+   for ( ; described_ != types_.size(); ++described_ ) {
+      types_[ described_ ].describedAt = written_;
+   }
+   sweepLoose();
+}
 
 std::uint64_t BatchWriter::typeIndex( const TypeData & type )
 {

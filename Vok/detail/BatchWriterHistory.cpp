@@ -190,10 +190,9 @@ void BatchWriter::writeMissedOf(
    Node & node = *items.front()->node;
    const Batch::RecordKind kind =
          node.leftAt > since ? Batch::RecordKind::left : Batch::RecordKind::change;
-   body_.putVarint( node.number * 4 + static_cast< unsigned >( kind ) );
    const std::uint64_t index = typeIndexOf( node );
    const WrittenType & type = *types_[ index ].written;
-   body_.putVarint( index );
+   putHead( node.number, kind, index );
    for ( const WrittenRow & written : type.rows ) {
       std::size_t count = 0;
       while ( count != items.size() && items[ count ]->index == written.index ) {
@@ -202,7 +201,7 @@ void BatchWriter::writeMissedOf(
       if ( count == 0 ) {
          continue;
       }
-      body_.putVarint( type.numberOf( written ) );
+      body_.putVarint( written.number );
       if ( !written.row->collection ) {
          writeValue( *node.entity, written );
       } else {

@@ -126,9 +126,4 @@ void DirtyState::forgetKeys() noexcept
    keys_.reset();
 }
 
-void DirtyState::writtenWhole( const Corvo::Publisher & publisher ) noexcept
-{
-   trusting_ = trusting_ && !publisher.busy();
-}
-
 } // namespace Vok::Detail

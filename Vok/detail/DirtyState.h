@@ -49,7 +49,10 @@ class VOK_EXPORT DirtyState {
 
    /// The entity is written as it is, with changes that are perhaps not noted yet: of those noted
    /// from now on, none tells what a reader has not.
-   void writtenWhole( const Corvo::Publisher & publisher ) noexcept;
+   void writtenWhole( const Corvo::Publisher & publisher ) noexcept
+   {
+      trusting_ = trusting_ && !publisher.busy();
+   }
 
    /// The number of an attribute in the table of its type: an entity's are numbered without gaps
    /// from 258, behind its name where that is listed.

@@ -135,6 +135,13 @@ template< class Node, class Marks = DefaultMarks > class HashTable {
       return taken;
    }
 
+   template< class F > void eachNode( F & f ) const
+   {
+      if ( table_ != nullptr && table_->size != 0 ) {
+         eachNode( *table_, [ &f ]( const Node * node ) { f( *node ); } );
+      }
+   }
+
    void clear() noexcept
    {
       // What a node's destructor does to this map, it does to an empty one.

@@ -46,11 +46,11 @@ template< class Map, bool owned > class StagedEntities final : public Staged {
          changes_.push_back( { std::move( key ), std::move( next ), P() } );
       }
       if ( whole ) {
-         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
-            if ( !seen.contains( cursor.node()->fwkKey() ) ) {
-               changes_.push_back( { Key( cursor.node()->fwkKey() ), P(), P() } );
+         map_.eachNode( [ & ]( const Node & node ) {
+            if ( !seen.contains( node.fwkKey() ) ) {
+               changes_.push_back( { Key( node.fwkKey() ), P(), P() } );
             }
-         }
+         } );
       }
       map_.reserve( map_.size() + insertions );
       return !changes_.empty();
@@ -103,6 +103,13 @@ template< class Map, bool owned > struct EntitiesStreamOps {
    using P = typename NodeValue< Node >::Type;
    using T = typename P::element_type;
 
+   static void each( const void * collection, EntityVisit visit )
+   {
+      static_cast< const Map * >( collection )->eachNode( [ & ]( const Node & node ) {
+         visit( *node.child );
+      } );
+   }
+
    static std::unique_ptr< Staged > stage(
          void * collection, const EntityOps & ops, StageMode mode )
    {
@@ -150,6 +157,7 @@ template< class Map, bool owned > struct EntitiesStreamOps {
 template< class Map >
 inline constexpr StreamOps childrenStreamOps = {
    .dirtyKeys = MapStreamOps< Map >::dirtyKeys,
+   .eachEntity = EntitiesStreamOps< Map, true >::each,
    .stageEntities = EntitiesStreamOps< Map, true >::stage,
    .adopt = EntitiesStreamOps< Map, true >::adopt,
 };
@@ -157,6 +165,7 @@ inline constexpr StreamOps childrenStreamOps = {
 template< class Map >
 inline constexpr StreamOps referencesStreamOps = {
    .dirtyKeys = MapStreamOps< Map >::dirtyKeys,
+   .eachEntity = EntitiesStreamOps< Map, false >::each,
    .stageEntities = EntitiesStreamOps< Map, false >::stage,
    .adopt = EntitiesStreamOps< Map, false >::adopt,
 };
@@ -192,6 +201,13 @@ template< class T > class StagedChild final : public Staged {
 };
 
 template< class T > struct ChildStreamOps {
+   static void each( const void * collection, EntityVisit visit )
+   {
+      if ( const auto & stored = *static_cast< const Corvo::Ptr< T > * >( collection ) ) {
+         visit( *stored );
+      }
+   }
+
    static std::unique_ptr< Staged > stage(
          void * collection, const EntityOps & ops, StageMode mode )
    {
@@ -218,6 +234,7 @@ template< class T > struct ChildStreamOps {
 };
 
 template< class T > inline constexpr StreamOps childStreamOps = {
+   .eachEntity = ChildStreamOps< T >::each,
    .stageEntities = ChildStreamOps< T >::stage,
    .adopt = ChildStreamOps< T >::adopt,
 };

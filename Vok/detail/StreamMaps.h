@@ -26,12 +26,10 @@ template< class Map, bool owned > class StagedFill final : public Staged {
       map_.swap( members_ );
       if constexpr ( owned ) {
          // A batch may say twice what the collection becomes.
-         for ( typename Map::Cursor cursor( members_ ); !cursor.atEnd(); cursor.next() ) {
-            EntityAccess::leave( *cursor.node()->child );
-         }
-         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
-            EntityAccess::enter( *cursor.node()->child, *owner );
-         }
+         members_.eachNode(
+               []( const auto & node ) { EntityAccess::leave( *node.child ); } );
+         map_.eachNode(
+               [ this ]( const auto & node ) { EntityAccess::enter( *node.child, *owner ); } );
       }
    }
 
@@ -79,11 +77,11 @@ template< class Map > class StagedMap final : public Staged {
          }
       }
       if ( whole && seen.size() - insertions != map_.size() ) {
-         for ( typename Map::Cursor cursor( map_ ); !cursor.atEnd(); cursor.next() ) {
-            if ( !seen.contains( cursor.node()->fwkKey() ) ) {
-               changes_.push_back( { Key( cursor.node()->fwkKey() ), std::nullopt, false } );
+         map_.eachNode( [ & ]( const Node & node ) {
+            if ( !seen.contains( node.fwkKey() ) ) {
+               changes_.push_back( { Key( node.fwkKey() ), std::nullopt, false } );
             }
-         }
+         } );
       }
       map_.reserve( map_.size() + insertions );
       return !changes_.empty();
@@ -142,9 +140,7 @@ template< class Map > struct MapStreamOps {
    {
       const Map & map = *static_cast< const Map * >( collection );
       out.reserve( map.size() * Log::fixedSize() );
-      for ( typename Map::Cursor cursor( map ); !cursor.atEnd(); cursor.next() ) {
-         Log::write( out, *cursor );
-      }
+      map.eachNode( [ &out ]( const auto & node ) { Log::write( out, node ); } );
    }
    static void writeChanged(
          const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out )

@@ -27,6 +27,9 @@ struct StageMode {
    bool heard = true; ///< somebody may have to be told
 };
 
+/// Called with a child or a referred entity; leaves the collection as it is.
+using EntityVisit = FunctionRef< void( const Entity & member ) >;
+
 /// Null where an operation does not fit the collection.
 struct StreamOps {
    /// An empty set of keys. Not of a single child.
@@ -37,6 +40,9 @@ struct StreamOps {
    void ( *write )( const void * collection, NboAttrLog::Out & out ) = nullptr;
    void ( *writeChanged )(
          const void * collection, const DirtyKeys & keys, NboAttrLog::Out & out ) = nullptr;
+
+   /// Calls `visit` for each child or reference. Children and references only.
+   void ( *eachEntity )( const void * collection, EntityVisit visit ) = nullptr;
 
    /// Reads a payload to its end and keeps nothing of it: throws for what could not be applied.
    /// Maps and sets only.

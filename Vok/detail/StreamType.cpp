@@ -11,10 +11,12 @@
 #include "Vok/detail/RowAccess.h"
 #include "Vok/detail/Storage.h"
 
+#include <algorithm>
 #include <bit>
-#include <cstring>
 #include <memory>
 #include <mutex>
+#include <typeinfo>
+#include <utility>
 
 namespace Vok::Detail {
 
@@ -34,6 +36,34 @@ void putText( NboAttrLog::Out & out, std::string_view text )
 {
    out.putVarint( text.size() );
    out.putBytes( text.data(), text.size() );
+}
+
+// Whether a log has what is stored, a number without sign, at the width that is its own there: of
+// numbers, truth values, enumerators, and value types that are one of these.
+bool isNumber( const ValueOps & ops )
+{
+   const std::type_info & type = *ops.type;
+   if ( type == typeid( bool ) || type == typeid( std::uint8_t ) ||
+         type == typeid( std::uint16_t ) || type == typeid( std::uint32_t ) ||
+         type == typeid( std::uint64_t ) ) {
+      return true;
+   }
+   const TypeData * const described = Corvo::ModuleInspectData::findType( ops.name );
+   if ( !described || described->kind() == TypeKind::enumeration ) {
+      return described != nullptr;
+   }
+   const AttributeRow * only = nullptr;
+   for ( const AttributeData & field : described->attributes() ) {
+      const AttributeRow & row = field.row();
+      if ( row.kind != AttributeKind::constant ) {
+         if ( only || row.kind != AttributeKind::plain || row.mask != 0 || row.storage ) {
+            return false;
+         }
+         only = &row;
+      }
+   }
+   return only && only->offset == 0 && only->value->size == ops.size &&
+         only->value->fixedLogSize == ops.fixedLogSize && isNumber( *only->value );
 }
 
 } // namespace
@@ -99,23 +129,30 @@ const Entity * referred( const Entity & entity, const AttributeRow & row )
    return *static_cast< const Entity * const * >( storageOf( entity, row ) );
 }
 
-WrittenRow::WrittenRow( const AttributeRow & attribute, std::size_t number )
+WrittenRow::WrittenRow(
+      const AttributeRow & attribute, std::size_t inTable, std::size_t inRecords )
       : row( &attribute ),
         offset( attribute.offset ),
-        index( static_cast< std::uint16_t >( number ) )
+        index( static_cast< std::uint16_t >( inTable ) ),
+        number( static_cast< std::uint16_t >( inRecords ) ),
+        isName( attribute.identity && !attribute.fromName )
 {
-   if ( row->collection ) {
-      width = sizeof( void * ); // as `neverFilled` looks
+   if ( row->collection || row->reference ) {
       return;
    }
-   if ( row->kind != AttributeKind::plain && row->kind != AttributeKind::optional ) {
-      return;
+   const ValueOps & ops = *row->value;
+   if ( !row->storage && row->mask == 0 && isNumber( ops ) ) {
+      coding = Coding::number;
+      stored = static_cast< std::uint8_t >( ops.size );
+      logged = static_cast< std::uint8_t >( ops.fixedLogSize );
+   } else if ( *ops.type == typeid( Corvo::String ) ) {
+      coding = Coding::text;
    }
-   initial.emplace( defaultOf( *row ) );
-   const std::uint32_t size = row->value->size;
-   if ( !row->storage && std::has_single_bit( size ) && size <= sizeof bytes ) {
-      width = static_cast< std::uint8_t >( size );
-      std::memcpy( bytes, initial->data(), size );
+   if ( row->kind == AttributeKind::plain || row->kind == AttributeKind::optional ) {
+      initial.emplace( defaultOf( *row ) );
+      if ( coding == Coding::number ) {
+         initialNumber = numberAt( initial->data() );
+      }
    }
 }
 
@@ -125,12 +162,14 @@ WrittenType::WrittenType( const TypeData & described ) : type( &described )
    for ( std::size_t i = 0; i != attributes.size(); ++i ) {
       const AttributeRow & row = attributes[ i ].row();
       if ( row.kind == AttributeKind::constructorArgument ) {
-         arguments.push_back( &row );
+         arguments.emplace_back( row, i, 0 );
       }
       if ( isStreamed( row ) ) {
-         rows.emplace_back( row, i );
+         rows.emplace_back( row, i, rows.size() + 1 );
       }
    }
+   nameAlone = arguments.size() == 1 && arguments.front().isName;
+   addParts();
    putText( description_, type->name() );
    putText( description_, type->module().name() );
    description_.put( type->module().fingerprint() );
@@ -141,16 +180,57 @@ WrittenType::WrittenType( const TypeData & described ) : type( &described )
    }
 }
 
+void WrittenType::addParts()
+{
+   constexpr std::size_t most = 64;
+   for ( std::size_t first = 0; first < rows.size(); first += most ) {
+      Part part;
+      part.first = &rows[ first ];
+      for ( std::size_t i = 0; i != std::min( most, rows.size() - first ); ++i ) {
+         part.add( i );
+      }
+      parts_.push_back( std::move( part ) );
+   }
+}
+
+// A collection is one pointer, null until it is filled, as `neverFilled` looks.
+void WrittenType::Part::add( std::size_t place )
+{
+   const WrittenRow & row = first[ place ];
+   const std::uint64_t bit = std::uint64_t{ 1 } << place;
+   const std::size_t size = row.row->collection ? sizeof( void * ) : row.row->value->size;
+   const bool told = row.row->collection ||
+         ( row.initial && !row.row->storage && std::has_single_bit( size ) && size <= 16 );
+   if ( !told ) {
+      always |= bit;
+      return;
+   }
+   const auto * const initial =
+         row.initial ? static_cast< const std::byte * >( row.initial->data() ) : nullptr;
+   for ( std::size_t i = 0; i != size; ++i ) {
+      const std::size_t at = row.offset + i;
+      const auto offset = static_cast< std::uint32_t >( at - at % sizeof( std::uint64_t ) );
+      const auto word = std::find_if( words.begin(), words.end(),
+            [ offset ]( const Word & other ) { return other.offset == offset; } );
+      Word & covers = word != words.end() ? *word : words.emplace_back( Word{ .offset = offset } );
+      covers.rows |= bit;
+      reinterpret_cast< std::byte * >( &covers.mask )[ at - offset ] = std::byte{ 0xff };
+      reinterpret_cast< std::byte * >( &covers.bytes )[ at - offset ] =
+            initial ? initial[ i ] : std::byte{ 0 };
+   }
+}
+
 void WrittenType::describeArguments()
 {
    NboAttrLog::Out & out = description_;
    out.putVarint( arguments.size() );
-   for ( const AttributeRow * row : arguments ) {
-      putText( out, row->name );
-      putText( out, row->typeName );
-      out.put( static_cast< std::uint8_t >( ( row->reference ? Batch::referenceArgument : 0 ) |
-            ( row->identity ? Batch::identityArgument : 0 ) ) );
-      out.put( row->reference ? 0 : layoutOf( row->typeName ) );
+   for ( const WrittenRow & argument : arguments ) {
+      const AttributeRow & row = *argument.row;
+      putText( out, row.name );
+      putText( out, row.typeName );
+      out.put( static_cast< std::uint8_t >( ( row.reference ? Batch::referenceArgument : 0 ) |
+            ( row.identity ? Batch::identityArgument : 0 ) ) );
+      out.put( row.reference ? 0 : layoutOf( row.typeName ) );
    }
 }
 

@@ -1,12 +1,14 @@
 // What a stream tells of a type at its start, and how both sides number the type's attributes.
 #pragma once
 
+#include "Vok/Entity.h"
 #include "Vok/NboAttrLog.h"
 #include "Vok/TypeData.h"
 #include "Vok/detail/FunctionRef.h"
 #include "Vok/detail/Tables.h"
 #include "Vok/detail/ValueOps.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -42,40 +44,50 @@ OwnedValue defaultOf( const AttributeRow & row );
 /// The referred entity of a constructor argument.
 const Entity * referred( const Entity & entity, const AttributeRow & row );
 
-/// One attribute as the writer streams it.
+/// One attribute, or one constructor argument, as the writer streams it.
 struct WrittenRow {
-   WrittenRow( const AttributeRow & attribute, std::size_t number );
+   /// What a value is, so that the most frequent ones are written without a call.
+   enum class Coding : std::uint8_t {
+      number, ///< also a truth value and an enumerator
+      text,
+      other
+   };
+
+   WrittenRow( const AttributeRow & attribute, std::size_t inTable, std::size_t inRecords );
 
    const void * storageIn( const Entity & entity ) const noexcept
    {
       return reinterpret_cast< const std::byte * >( &entity ) + offset;
    }
 
-   /// Whether an attribute, at `storage`, is surely at its default, or a collection empty, as its
-   /// bytes are. Most are, and found so without a call.
-   bool sameBytes( const void * storage ) const noexcept
+   /// What is stored, of a number.
+   std::uint64_t numberAt( const void * storage ) const noexcept
    {
-      switch ( width ) {
+      const auto read = [ storage ]( auto v ) -> std::uint64_t {
+         std::memcpy( &v, storage, sizeof v );
+         return v;
+      };
+      switch ( stored ) {
       case 1:
-         return std::memcmp( storage, bytes, 1 ) == 0;
+         return read( std::uint8_t() );
       case 2:
-         return std::memcmp( storage, bytes, 2 ) == 0;
+         return read( std::uint16_t() );
       case 4:
-         return std::memcmp( storage, bytes, 4 ) == 0;
-      case 8:
-         return std::memcmp( storage, bytes, 8 ) == 0;
-      case 16:
-         return std::memcmp( storage, bytes, 16 ) == 0;
+         return read( std::uint32_t() );
       default:
-         return false;
+         return read( std::uint64_t() );
       }
    }
 
    const AttributeRow * row;
    std::uint32_t offset; ///< of the storage in an entity
    std::uint16_t index; ///< in the type's table
-   std::uint8_t width = 0; ///< how many bytes the default has, where they are few; else 0
-   std::byte bytes[ 16 ] = {};
+   std::uint16_t number; ///< under which it stands in records of the type: 0 ends one
+   Coding coding = Coding::other;
+   std::uint8_t stored = 0; ///< bytes of a number in an entity
+   std::uint8_t logged = 0; ///< bytes of a number in a log
+   bool isName = false; ///< the argument that is the entity's name
+   std::uint64_t initialNumber = 0;
    std::optional< OwnedValue > initial;
 };
 
@@ -84,14 +96,24 @@ class WrittenType {
  public:
    explicit WrittenType( const TypeData & type );
 
-   const TypeData * type;
-   std::vector< const AttributeRow * > arguments;
-   std::vector< WrittenRow > rows;
+   WrittenType( const WrittenType & ) = delete;
+   WrittenType & operator=( const WrittenType & ) = delete;
 
-   /// Under which number an attribute stands in records of this type: 0 ends one.
-   std::uint64_t numberOf( const WrittenRow & row ) const noexcept
+   const TypeData * type;
+   std::vector< WrittenRow > arguments;
+   std::vector< WrittenRow > rows;
+   bool nameAlone = false; ///< the name is the only argument
+
+   /// Calls `f( row )` for each attribute of an entity, in the order of their numbers, but not for
+   /// those that are surely at their defaults, or empty, as their bytes are. Most are.
+   template< class F >
+   [[gnu::always_inline]] void eachSuspect( const Entity & entity, F && f ) const
    {
-      return static_cast< std::uint64_t >( &row - rows.data() ) + 1;
+      for ( const Part & part : parts_ ) {
+         for ( std::uint64_t rest = part.suspects( entity ); rest != 0; rest &= rest - 1 ) {
+            f( part.first[ std::countr_zero( rest ) ] );
+         }
+      }
    }
 
    /// Describes the type. `typeIndex` gives the number of a type in the stream.
@@ -99,6 +121,37 @@ class WrittenType {
          FunctionRef< std::uint64_t( const TypeData & ) > typeIndex ) const;
 
  private:
+   /// Eight bytes of an entity, at once: those of the attributes `rows` have a one in `mask`, and
+   /// are `bytes` where these attributes are at their defaults.
+   struct Word {
+      std::uint32_t offset = 0;
+      std::uint64_t rows = 0;
+      std::uint64_t mask = 0;
+      std::uint64_t bytes = 0;
+   };
+   static_assert( alignof( Entity ) % sizeof( std::uint64_t ) == 0, "words end within an entity" );
+
+   /// Up to 64 attributes; each has a bit.
+   struct Part {
+      const WrittenRow * first = nullptr;
+      std::uint64_t always = 0; ///< those whose bytes tell nothing
+      std::vector< Word > words;
+
+      std::uint64_t suspects( const Entity & entity ) const noexcept
+      {
+         std::uint64_t found = always;
+         for ( const Word & word : words ) {
+            std::uint64_t now;
+            std::memcpy( &now, reinterpret_cast< const std::byte * >( &entity ) + word.offset,
+                  sizeof now );
+            found |= ( ( now ^ word.bytes ) & word.mask ) != 0 ? word.rows : 0;
+         }
+         return found;
+      }
+      void add( std::size_t place );
+   };
+
+   void addParts();
    void describeArguments();
    void describeRow( const WrittenRow & written );
 
@@ -110,6 +163,7 @@ class WrittenType {
    };
    NboAttrLog::Out description_;
    std::vector< Member > members_;
+   std::vector< Part > parts_;
 };
 
 /// What is known of a type, found out when it is first asked for. It never ends. Any thread may

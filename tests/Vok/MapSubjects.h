@@ -89,6 +89,11 @@ template< class Shape, class Engine > class EngineMap {
          f( Shape::value( *cursor ) );
       }
    }
+   template< class F > void eachNode( F f ) const
+   {
+      const auto call = [ & ]( const Node & node ) { f( Shape::value( node ) ); };
+      table_.eachNode( call );
+   }
    void expectSound() const { Vok::Detail::TableInspector::expectSound( table_ ); }
    static std::uint32_t valueOf( const Node & node ) { return Shape::value( node ); }
    const Table & table() const { return table_; }
@@ -134,6 +139,7 @@ class StandardMap {
    void reserve( std::size_t size ) { map_.reserve( size ); }
    void swap( StandardMap & other ) { map_.swap( other.map_ ); }
    void expectSound() const {}
+   template< class F > void eachNode( F f ) const { each( f ); }
    template< class F > void each( F f ) const
    {
       for ( const auto & [ key, value ] : map_ ) {

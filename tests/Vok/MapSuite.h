@@ -112,6 +112,22 @@ TYPED_TEST_P( MapSuite, IteratesOverEveryMemberOnce )
    }
 }
 
+TYPED_TEST_P( MapSuite, CallsWithEveryMemberOnceAsItIterates )
+{
+   for ( const std::uint32_t size : { 0u, 1u, 4u, 5u, 13u, 14u, 100u, 1000u } ) {
+      TypeParam map = this->filled( size );
+      for ( std::uint32_t number = 0; number < size; number += 3 ) {
+         map.take( number );
+      }
+      std::vector< std::uint32_t > iterated;
+      map.each( [ &iterated ]( std::uint32_t value ) { iterated.push_back( value ); } );
+      std::vector< std::uint32_t > called;
+      map.eachNode( [ &called ]( std::uint32_t value ) { called.push_back( value ); } );
+      EXPECT_EQ( called, iterated );
+      EXPECT_EQ( called.size(), map.size() );
+   }
+}
+
 TYPED_TEST_P( MapSuite, ClearsAndServesAgain )
 {
    TypeParam map = this->filled( 100 );
@@ -220,7 +236,8 @@ TYPED_TEST_P( MapSuite, FollowsAModel )
 }
 
 REGISTER_TYPED_TEST_SUITE_P( MapSuite, StartsEmpty, FindsWhatWasInserted, KeepsTheFirstOfEqualKeys,
-      ReplacesInPlace, TakesOutInAnyOrder, IteratesOverEveryMemberOnce, ClearsAndServesAgain,
+      ReplacesInPlace, TakesOutInAnyOrder, IteratesOverEveryMemberOnce,
+      CallsWithEveryMemberOnceAsItIterates, ClearsAndServesAgain,
       CopiesAreApart, MovesAndSwaps, ReservingKeepsTheMembers, GrowsByAnyFactor, FollowsAModel );
 
 } // namespace MapSubjects

@@ -50,6 +50,47 @@ TEST_F( StreamReferenceTest, whatAResyncDoesNotLeadToIsNotFollowed )
    send();
 }
 
+TEST_F( StreamReferenceTest, aResyncFindsAnewWhatIsOutside )
+{
+   const auto outside = ::Test::Tree::TreeIs( "outside" );
+   const auto below = outside->kidsIs( "below" );
+   source.root->leafRefsIs( outside );
+   source.root->leafRefsIs( below );
+   send();
+   EXPECT_EQ( replica.root->leafRefs( "below" )->parent(), replica.root->leafRefs( "outside" ) );
+
+   source.writer.resync();
+   source.root->leafRefsDel( "outside" ); // nothing but that leads to what is above `below`
+   send();
+   EXPECT_FALSE( source.writer.hasChanges() );
+   below->depthIs( 9 );
+   send();
+   EXPECT_EQ( replica.root->leafRefs( "below" )->depth(), 9U );
+   outside->depthIs( 7 );
+   EXPECT_FALSE( source.writer.hasChanges() );
+}
+
+TEST_F( StreamReferenceTest, aResyncCountsReferencesAnew )
+{
+   const auto inTree = source.root->treeIs( "a" )->kidsIs( "b" );
+   const auto outside = ::Test::Tree::TreeIs( "outside" );
+   outside->kidsIs( "below" )->linksIs( inTree );
+   source.root->leafRefsIs( outside );
+   source.root->leafRefsIs( inTree );
+   send();
+
+   source.writer.resync();
+   source.root->leafRefsDel( "outside" ); // with all below it, which refers to `b`
+   send();
+   source.root->tree( "a" )->kidsDel( "b" );
+   inTree->depthIs( 5 );
+   send();
+   EXPECT_EQ( replica.root->leafRefs( "b" )->depth(), 5U );
+   inTree->depthIs( 6 );
+   send();
+   EXPECT_EQ( replica.root->leafRefs( "b" )->depth(), 6U );
+}
+
 TEST_F( StreamReferenceTest, aRootMayHaveAReferenceAmongItsArguments )
 {
    const auto target = ::Test::Tree::TreeIs( "t" );

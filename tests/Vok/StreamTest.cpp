@@ -276,6 +276,22 @@ TEST( StreamTest, aReplicaCanBeStreamedOn )
    }
 }
 
+TEST( StreamTest, namesAndTextsOfAnyLengthArrive )
+{
+   for ( std::size_t size = 1; size != 300; ++size ) {
+      const std::string text( size, static_cast< char >( 'a' + size % 26 ) );
+      Source source;
+      Replica replica;
+      source.root->treeIs( text );
+      source.root->titleIs( text );
+      replica.read( source.whole() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) ) << size;
+      source.root->titleIs( text + text );
+      replica.read( source.batch() );
+      ASSERT_NO_FATAL_FAILURE( expectEqual( *source.root, *replica.root ) ) << size;
+   }
+}
+
 TEST( StreamTest, aRootOfAnotherTypeOrOtherArgumentsIsRefused )
 {
    Source source;
