@@ -49,8 +49,8 @@ void BatchApply::prepare()
 void BatchApply::applyAll()
 {
    In in = frame_.content;
-   while ( in.remaining() != 0 ) {
-      const RecordHead head = readRecordHead( in, types_ );
+   for ( RecordHeads heads( types_ ); in.remaining() != 0; ) {
+      const RecordHead head = heads.next( in );
       apply( { head.number, *head.type, head.whole() }, in );
    }
    for ( const Intro & intro : intros_ ) {
@@ -66,14 +66,17 @@ void BatchApply::applyAll()
 void BatchApply::checkRoot( In in )
 {
    const Entity & root = *reader_.root_;
-   for ( const ReadArgument & argument : types_.front()->arguments ) {
+   eachArgument( in, *types_.front(), [ & ]( const ReadArgument & argument, In & at ) {
       const AttributeRow & row = *argument.own;
       if ( argument.reference ) {
-         in.getVarint();
-         continue;
+         at.getVarint();
+         return;
+      }
+      if ( argument.isName ) {
+         return;
       }
       OwnedValue value( *row.value );
-      row.value->decode( in, value.data() );
+      row.value->decode( at, value.data() );
       if ( !row.identity && !row.settable &&
             !row.value->equal( value.data(), storageOf( root, row ) ) ) {
          throw Exception( "the replica's root has another " + std::string( row.name ) +
@@ -81,7 +84,7 @@ void BatchApply::checkRoot( In in )
                std::string( row.value->text( storageOf( root, row ) ).view() ) + " and " +
                std::string( row.value->text( value.data() ).view() ) );
       }
-   }
+   } );
 }
 
 // ---- Who is introduced ------------------------------------------------------------------------
@@ -101,8 +104,8 @@ BatchApply::Intro & BatchApply::introduce( std::uint64_t number, std::uint32_t t
 void BatchApply::scan()
 {
    In in = frame_.content;
-   while ( in.remaining() != 0 ) {
-      const RecordHead head = readRecordHead( in, types_ );
+   for ( RecordHeads heads( types_ ); in.remaining() != 0; ) {
+      const RecordHead head = heads.next( in );
       const Record record{ head.number, *head.type, head.whole() };
       if ( head.kind == Batch::RecordKind::outside ) {
          if ( const Intro * const placed = introOf( head.number ); !placed ) {
@@ -143,9 +146,8 @@ void BatchApply::introduceChildren( const Record & record, In & in )
       if ( !row.hasChildren() ) {
          return;
       }
-      readMode( payload );
-      while ( payload.remaining() != 0 ) {
-         if ( readOp( payload ) != MemberOp::put ) {
+      for ( EntityMembers members( payload ); members.more(); ) {
+         if ( members.op() != MemberOp::put ) {
             if ( row.kind == AttributeKind::child ) {
                continue;
             }
@@ -153,10 +155,10 @@ void BatchApply::introduceChildren( const Record & record, In & in )
                return;
             }
             OwnedValue key( *row.own->key );
-            row.own->key->decode( payload, key.data() );
+            row.own->key->decode( members.key(), key.data() );
             continue;
          }
-         const ChildHead head = readChildHead( payload );
+         const ChildHead head = members.child();
          const std::uint32_t memberType = row.memberType - 1;
          Intro * intro = introOf( head.number );
          if ( intro && intro->outside && intro->typeNumber == memberType ) {
@@ -182,9 +184,9 @@ void BatchApply::noteReferences( std::uint64_t referrer, const AttributeRow & ro
    if ( !otherStream() ) {
       return;
    }
-   readMode( payload );
-   while ( payload.remaining() != 0 && readOp( payload ) == MemberOp::put ) {
-      noteReference( payload.getVarint(), { referrer, &row } );
+   EntityMembers members( payload );
+   while ( members.more() && members.op() == MemberOp::put ) {
+      noteReference( members.reference(), { referrer, &row } );
    }
 }
 

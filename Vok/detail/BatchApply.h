@@ -110,7 +110,8 @@ class BatchApply {
    bool canBeMade( Intro & intro );
    bool waitsForOthers( Intro & intro, std::vector< Intro * > & stack );
    void readArguments( const Intro & intro, Arguments & arguments );
-   Corvo::Ptr< Entity > known( const Intro & intro, const Entity * owner );
+   Corvo::Ptr< Entity > known(
+         const Intro & intro, const Entity * owner, const Arguments & arguments );
    bool mayStand( const Intro & intro, const Entity * owner );
    Corvo::Ptr< Entity > alike(
          const Intro & intro, const Entity * owner, const Arguments & arguments );
@@ -134,8 +135,8 @@ class BatchApply {
    void stageValue( Entity & entity, const AttributeRow & row, OwnedValue next );
    void stageInitial( Entity & entity, const ReadRow & row );
    void loadEntities(
-         Entity & entity, const ReadRow & row, void * storage, NboAttrLog::In & payload );
-   bool nextEntityOp( const ReadRow & row, const void * collection, NboAttrLog::In & payload,
+         Entity & entity, const ReadRow & row, void * storage, EntityMembers & members );
+   bool nextEntityOp( const ReadRow & row, const void * collection, EntityMembers & members,
          EntityOp & next );
    void passOver( const ReadType & type, const ReadRow & row );
    void makeSlots();

@@ -39,10 +39,10 @@ class StagedWord final : public Staged {
    OwnedValue old_;
 };
 
-OwnedValue readValue( const AttributeRow & row, In payload )
+OwnedValue valueOf( const ReadRow & row, In payload )
 {
-   OwnedValue value( *row.value );
-   row.value->decode( payload, value.data() );
+   OwnedValue value( *row.own->value );
+   readValue( row, payload, value.data() );
    return value;
 }
 
@@ -54,18 +54,18 @@ EntityOps noOps()
 }
 
 // How many operations a payload of children or references has.
-std::size_t countMembers( const ReadRow & row, In payload )
+std::size_t countMembers( const ReadRow & row, EntityMembers members )
 {
    std::size_t count = 0;
-   for ( ; payload.remaining() != 0; ++count ) {
-      if ( readOp( payload ) != MemberOp::put ) {
+   for ( ; members.more(); ++count ) {
+      if ( members.op() != MemberOp::put ) {
          if ( row.kind != AttributeKind::child ) {
-            row.own->key->check( payload );
+            row.own->key->check( members.key() );
          }
       } else if ( row.kind == AttributeKind::references ) {
-         payload.getVarint();
+         members.reference();
       } else {
-         readChildHead( payload );
+         members.child();
       }
    }
    return count;
@@ -119,10 +119,10 @@ inline void BatchApply::loadAttribute( Entity & entity, const ReadRow & row, In 
    if ( row.isCollection() ) {
       loadCollection( entity, row, storage, payload );
    } else if ( own.storage ) {
-      const OwnedValue next = readValue( own, payload );
+      const OwnedValue next = valueOf( row, payload );
       own.storage->store( storage, next.data() );
    } else {
-      own.value->decode( payload, storage );
+      readValue( row, payload, storage );
    }
 }
 
@@ -173,30 +173,31 @@ void BatchApply::loadDefault( Entity & entity, const ReadRow & row )
 void BatchApply::loadCollection(
       Entity & entity, const ReadRow & row, void * storage, In & payload )
 {
-   readMode( payload );
    if ( row.hasEntities() ) {
-      loadEntities( entity, row, storage, payload );
+      EntityMembers members( payload );
+      loadEntities( entity, row, storage, members );
    } else {
+      readWhole( payload );
       row.own->collection->stream->load( storage, payload );
    }
 }
 
 void BatchApply::loadEntities(
-      Entity & entity, const ReadRow & row, void * storage, In & payload )
+      Entity & entity, const ReadRow & row, void * storage, EntityMembers & members )
 {
    const CollectionOps & collection = *row.own->collection;
    if ( row.kind == AttributeKind::children ) {
-      for ( In ahead = payload; ahead.remaining() != 0 && readOp( ahead ) == MemberOp::put; ) {
-         if ( const Entity * const child = entityOf( readChildHead( ahead ).number ) ) {
+      for ( EntityMembers ahead = members; ahead.more() && ahead.op() == MemberOp::put; ) {
+         if ( const Entity * const child = entityOf( ahead.child().number ) ) {
             collection.stream->adopt( entity, storage, *child );
          }
-         payload = ahead;
+         members = ahead;
       }
-      if ( payload.remaining() == 0 ) {
+      if ( !members.more() ) {
          return;
       }
    }
-   for ( EntityOp op; nextEntityOp( row, storage, payload, op ); ) {
+   for ( EntityOp op; nextEntityOp( row, storage, members, op ); ) {
       const bool there = row.kind == AttributeKind::child &&
             collection.entity( storage, nullptr ) == op.member.get();
       if ( op.member && !there ) {
@@ -208,17 +209,17 @@ void BatchApply::loadEntities(
 // The next thing that a payload makes of the members, if there is one: entities that are ignored
 // are left out.
 bool BatchApply::nextEntityOp(
-      const ReadRow & row, const void * collection, In & payload, EntityOp & next )
+      const ReadRow & row, const void * collection, EntityMembers & members, EntityOp & next )
 {
-   while ( payload.remaining() != 0 ) {
+   while ( members.more() ) {
       next = {};
-      const MemberOp op = readOp( payload );
+      const MemberOp op = members.op();
       if ( op != MemberOp::put && row.kind == AttributeKind::child ) {
          return true;
       }
       if ( op != MemberOp::put ) {
          OwnedValue key( *row.own->key );
-         row.own->key->decode( payload, key.data() );
+         row.own->key->decode( members.key(), key.data() );
          if ( op == MemberOp::del ) {
             next.key = std::move( key );
             return true;
@@ -226,9 +227,9 @@ bool BatchApply::nextEntityOp(
          Entity * const kept = row.own->collection->entity( collection, key.data() );
          next.member = Corvo::Ptr< Entity >( kept );
       } else if ( row.kind == AttributeKind::references ) {
-         next.member = targetOf( payload.getVarint(), *row.own );
+         next.member = targetOf( members.reference(), *row.own );
       } else {
-         next.member = entityOf( readChildHead( payload ).number );
+         next.member = entityOf( members.child().number );
       }
       if ( next.member ) {
          return true;
@@ -267,21 +268,21 @@ void BatchApply::stageAttribute( Entity & entity, const ReadRow & row, In payloa
    const AttributeRow & own = *row.own;
    void * const storage = storageOf( entity, own );
    if ( row.hasEntities() ) {
-      const bool whole = readMode( payload );
+      EntityMembers members( payload );
       const auto next = [ & ]( EntityOp & op ) {
-         return nextEntityOp( row, storage, payload, op );
+         return nextEntityOp( row, storage, members, op );
       };
-      const auto atMost = [ & ] { return countMembers( row, payload ); };
+      const auto atMost = [ & ] { return countMembers( row, members ); };
       pending_.add( own.collection->stream->stageEntities( storage, { next, atMost },
-                          { whole, entity.publisher().hasNotifiee() } ),
+                          { members.whole(), entity.publisher().hasNotifiee() } ),
             entity, own.id );
    } else if ( row.isCollection() ) {
-      const bool whole = readMode( payload );
+      const bool whole = readWhole( payload );
       pending_.add( own.collection->stream->stage(
                           storage, payload, { whole, entity.publisher().hasNotifiee() } ),
             entity, own.id );
    } else {
-      stageValue( entity, own, readValue( own, payload ) );
+      stageValue( entity, own, valueOf( row, payload ) );
    }
 }
 

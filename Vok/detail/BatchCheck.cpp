@@ -3,7 +3,6 @@
 
 #include "Vok/detail/CollectionOps.h"
 #include "Vok/detail/RecordCursor.h"
-#include "Vok/detail/StreamOps.h"
 
 #include <string>
 
@@ -26,21 +25,22 @@ void needEnd( const In & in, const char * what )
    }
 }
 
-[[gnu::noinline]] void checkBounds( const AttributeRow & row, In & payload )
+[[gnu::noinline]] void checkBounds( const ReadRow & row, In & payload )
 {
-   OwnedValue value( *row.value );
-   row.value->decode( payload, value.data() );
-   row.check( value.data() );
+   OwnedValue value( *row.own->value );
+   readValue( row, payload, value.data() );
+   needEnd( payload, "a value" );
+   row.own->check( value.data() );
 }
 
-void checkValue( const AttributeRow & row, In payload )
+void checkValue( const ReadRow & row, In payload )
 {
-   if ( row.check ) {
+   if ( row.own->check ) {
       checkBounds( row, payload );
-   } else {
-      row.value->check( payload );
+   } else if ( !row.isText ) {
+      row.own->value->check( payload );
+      needEnd( payload, "a value" );
    }
-   needEnd( payload, "a value" );
 }
 
 void checkArguments( const ReadType & type, In in )
@@ -48,13 +48,15 @@ void checkArguments( const ReadType & type, In in )
    if ( !type.own ) {
       return; // their layout is not known here; nothing of them is used
    }
-   for ( const ReadArgument & argument : type.arguments ) {
+   eachArgument( in, type, []( const ReadArgument & argument, In & at ) {
       if ( argument.reference ) {
-         in.getVarint();
+         at.getVarint();
+      } else if ( argument.isName ) {
+         readRest( at );
       } else {
-         argument.own->value->check( in );
+         argument.own->value->check( at );
       }
-   }
+   } );
    needEnd( in, "a list of arguments" );
 }
 
@@ -66,19 +68,20 @@ const ReadType & memberType( const ReadRow & row, const ReadTypes & types )
    return *types[ row.memberType - 1 ];
 }
 
-void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes & types,
-      Introduced & introduced )
+void checkEntities(
+      const ReadRow & row, In payload, const ReadTypes & types, Introduced & introduced )
 {
-   std::size_t members = 0;
-   while ( payload.remaining() != 0 ) {
-      if ( ++members > 1 && row.kind == AttributeKind::child ) {
+   EntityMembers members( payload );
+   std::size_t count = 0;
+   while ( members.more() ) {
+      if ( ++count > 1 && row.kind == AttributeKind::child ) {
          throw Exception( "a single child comes twice" );
       }
-      const MemberOp op = readOp( payload );
-      if ( op == MemberOp::keep && ( !whole || row.kind != AttributeKind::children ) ) {
+      const MemberOp op = members.op();
+      if ( op == MemberOp::keep && ( !members.whole() || row.kind != AttributeKind::children ) ) {
          throw Exception( "a member is kept where none has to be" );
       }
-      if ( op == MemberOp::del && whole ) {
+      if ( op == MemberOp::del && members.whole() ) {
          throw Exception( "a whole collection deletes a member" );
       }
       if ( op != MemberOp::put ) {
@@ -88,11 +91,11 @@ void checkEntities( const ReadRow & row, In payload, bool whole, const ReadTypes
          if ( !row.own ) {
             return; // the key's layout is not known here
          }
-         row.own->key->check( payload );
+         row.own->key->check( members.key() );
       } else if ( row.kind == AttributeKind::references ) {
-         payload.getVarint();
+         members.reference();
       } else {
-         const ChildHead child = readChildHead( payload );
+         const ChildHead child = members.child();
          checkArguments( memberType( row, types ), child.arguments );
          introduced.add( child.number );
       }
@@ -103,10 +106,9 @@ void checkCollection(
       const ReadRow & row, In payload, const ReadTypes & types, Introduced & introduced )
 {
    if ( row.hasEntities() ) {
-      const bool whole = readMode( payload );
-      checkEntities( row, payload, whole, types, introduced );
+      checkEntities( row, payload, types, introduced );
    } else if ( row.own ) {
-      const bool whole = readMode( payload );
+      const bool whole = readWhole( payload );
       row.own->collection->stream->check( payload, whole );
    }
 }
@@ -128,8 +130,8 @@ Introduced checkRecords(
       checkArguments( *types.front(), readBlock( in ) );
       introduced.add( 0 ); // the root
    }
-   while ( in.remaining() != 0 ) {
-      const RecordHead head = readRecordHead( in, types );
+   for ( RecordHeads heads( types ); in.remaining() != 0; ) {
+      const RecordHead head = heads.next( in );
       if ( head.kind == Batch::RecordKind::outside ) {
          checkArguments( *head.type, head.arguments );
          introduced.add( head.number );
@@ -140,7 +142,7 @@ Introduced checkRecords(
          if ( row.isCollection() ) {
             checkCollection( row, payload, types, introduced );
          } else if ( row.own ) {
-            checkValue( *row.own, payload );
+            checkValue( row, payload );
          }
       } );
    }

@@ -84,8 +84,10 @@ bool BatchApply::inPlace( ReplicaSlot slot )
    return there;
 }
 
-// An entity that the same stream introduced before, and that the replica still has.
-Corvo::Ptr< Entity > BatchApply::known( const Intro & intro, const Entity * owner )
+// An entity that the same stream introduced before, and that the replica still has. That its
+// constant arguments are these goes without saying, unless the stream lies.
+Corvo::Ptr< Entity > BatchApply::known(
+      const Intro & intro, const Entity * owner, const Arguments & arguments )
 {
    const ReplicaSlot slot = reader_.slots_.find( intro.number );
    Entity * const entity = slot && slot.place().birth == intro.birth ? slot.entity() : nullptr;
@@ -93,7 +95,7 @@ Corvo::Ptr< Entity > BatchApply::known( const Intro & intro, const Entity * owne
       return nullptr;
    }
    const bool placed = intro.outside || !entity->parent() || entity->parent() == owner;
-   return placed ? entity : nullptr;
+   return placed && sameArguments( *entity, *intro.type->own, arguments ) ? entity : nullptr;
 }
 
 // What a collection of the replica holds under the key that these arguments give.
@@ -234,15 +236,15 @@ void BatchApply::eachReference( const Intro & intro,
       FunctionRef< void( std::uint64_t number, const AttributeRow & row ) > f )
 {
    In in = intro.arguments;
-   for ( const ReadArgument & argument : intro.type->arguments ) {
+   eachArgument( in, *intro.type, [ & ]( const ReadArgument & argument, In & at ) {
       if ( argument.reference ) {
-         if ( const std::uint64_t number = in.getVarint() ) {
+         if ( const std::uint64_t number = at.getVarint() ) {
             f( number - 1, *argument.own );
          }
-      } else {
-         argument.own->value->check( in );
+      } else if ( !argument.isName ) {
+         argument.own->value->check( at );
       }
-   }
+   } );
 }
 
 // Puts what an entity needs first on the stack: its parent, and what its arguments refer to.
@@ -276,20 +278,27 @@ void BatchApply::readArguments( const Intro & intro, Arguments & arguments )
 {
    const ReadType & type = *intro.type;
    arguments.values.reserve( type.arguments.size() );
+   arguments.addresses.resize( type.arguments.size() );
    In in = intro.arguments;
-   for ( const ReadArgument & argument : type.arguments ) {
+   eachArgument( in, type, [ & ]( const ReadArgument & argument, In & at ) {
+      const void *& address =
+            arguments.addresses[ static_cast< std::size_t >( &argument - type.arguments.data() ) ];
       if ( !argument.reference ) {
          OwnedValue & value = arguments.values.emplace_back( *argument.own->value );
-         argument.own->value->decode( in, value.data() );
-         arguments.addresses.push_back( value.data() );
-         continue;
+         if ( argument.isName ) {
+            *static_cast< Corvo::String * >( value.data() ) = Corvo::String( readRest( at ) );
+         } else {
+            argument.own->value->decode( at, value.data() );
+         }
+         address = value.data();
+         return;
       }
-      const std::uint64_t number = in.getVarint();
+      const std::uint64_t number = at.getVarint();
       Corvo::Ptr< Entity > target = number == 0 ? nullptr : targetOf( number - 1, *argument.own );
       arguments.complete = arguments.complete && ( number == 0 || target );
-      arguments.addresses.push_back( target.get() );
+      address = target.get();
       arguments.targets.push_back( std::move( target ) );
-   }
+   } );
 }
 
 void BatchApply::resolve( Intro & intro )
@@ -305,7 +314,7 @@ void BatchApply::resolve( Intro & intro )
       return; // the replica's users deleted what it refers to
    }
    if ( sameStream_ ) {
-      intro.entity = known( intro, owner );
+      intro.entity = known( intro, owner, arguments_ );
    }
    if ( !intro.entity && mayStand( intro, owner ) ) {
       intro.entity = alike( intro, owner, arguments_ );

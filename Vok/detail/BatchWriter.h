@@ -100,7 +100,7 @@ class BatchWriter {
    void writeMember( Node & node, const AttributeRow & row, const void * key, const void * value );
    void writeChild( Node & parent, const Entity & child );
    Node & introduce( Node & parent, const Entity & child );
-   template< bool withOp > void putChild( Node & node );
+   void putChild( Node & node );
    void writeChildHead( Node & node );
    void writeArguments( Node & node );
    void putHead( std::uint64_t number, Batch::RecordKind kind, std::uint64_t type );
@@ -109,21 +109,17 @@ class BatchWriter {
    void putLoaded( const AttributeRow & row, const void * storage );
    void putStored( const WrittenRow & written, const void * storage );
    void putMembers( Node & node, const WrittenRow & written );
+   std::size_t openBlock();
+   void closeBlock( std::size_t start );
+   void closeLong( std::size_t start );
    template< class Put > void putSized( Put && put );
-   void putLong( std::size_t start );
    std::uint64_t referenceNumber( const Entity & target );
    std::uint64_t typeIndex( const TypeData & type );
    std::uint64_t typeIndexOf( Node & node );
    std::uint64_t findTypeOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
-   std::size_t beginPayload( std::uint8_t mode )
-   {
-      const std::size_t start = body_.size();
-      body_.put( std::uint32_t{ 0 } );
-      body_.put( mode );
-      return start;
-   }
+   std::size_t beginPayload( std::uint8_t mode );
    void endPayload( std::size_t start );
 
    // Readers that stopped.
@@ -136,10 +132,11 @@ class BatchWriter {
    void writeMissedOf( std::span< const HistoryItem * const > items, std::uint64_t since );
    void writeMissedMembers(
          std::span< const HistoryItem * const > items, const WrittenRow & written );
+   void writeMissedEntities( Node & node, const AttributeRow & row );
    void writeMissedChild( const Entity & child );
    std::uint64_t missedReference( const Entity & target );
    void introduceMissed( Node & node );
-   bool keeps( const AttributeRow & row, const void * value ) const;
+   bool mayKeep( const AttributeRow & row ) const noexcept;
    std::size_t typesBefore( std::uint64_t since ) const noexcept;
 
    Corvo::Ptr< Entity > root_;
@@ -169,7 +166,10 @@ class BatchWriter {
    std::size_t described_ = 0; // types that the readers know
 
    NboAttrLog::Out body_;
-   NboAttrLog::Out scratch_; // holds what is too long for a length of one byte
+   NboAttrLog::Out scratch_;
+   Batch::Successive introduced_; // the numbers of entities that have a record, in this batch
+   Batch::Successive children_; // those of children that were put into the payload
+   std::uint64_t childBirth_ = 0; // of the last one of these
    std::vector< Node * > queue_; // nodes to be written whole
    HSet< const Entity * > belonging_; // entities that are known to belong, while a batch is written
 };
@@ -178,7 +178,8 @@ inline void BatchWriter::putHead(
       std::uint64_t number, Batch::RecordKind kind, std::uint64_t type )
 {
    Pen pen( body_, 2 * Pen::varintRoom );
-   pen.varint( number * 4 + static_cast< unsigned >( kind ) );
+   const std::uint64_t code = Batch::introduces( kind ) ? introduced_.code( number ) : number;
+   pen.varint( code * 4 + static_cast< unsigned >( kind ) );
    pen.varint( type );
 }
 

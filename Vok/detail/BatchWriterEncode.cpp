@@ -8,27 +8,14 @@
 #include "Vok/detail/Pen.h"
 #include "Vok/detail/Storage.h"
 
-#include <limits>
+#include <cstring>
 
 namespace Vok::Detail {
 
 namespace {
 
-// Up to this many bytes a text has a length of one byte before it, that of its length counted.
-constexpr std::size_t shortText = 0x7f - sizeof( std::uint32_t );
-constexpr std::size_t textRoom = 1 + Pen::numberRoom + shortText;
-
-// A text with the length before it that what has no fixed size has.
-void putShortText( Pen & pen, std::string_view text )
-{
-   pen.byte( static_cast< std::uint8_t >( sizeof( std::uint32_t ) + text.size() ) );
-   pen.text( text );
-}
-
-[[noreturn]] void tooLarge()
-{
-   throw NboAttrLog::Exception( "a collection is too large for a batch" );
-}
+// Up to this many bytes a block has a length of one byte before it.
+constexpr std::size_t shortBlock = 0x7f;
 
 // Whether a plain or optional attribute is at its default, or a collection empty.
 bool isInitial( const WrittenRow & written, const void * storage )
@@ -50,29 +37,56 @@ bool isInitial( const WrittenRow & written, const void * storage )
 
 } // namespace
 
-// Puts what `put` puts into the body, with its length before it. That of most takes one byte, for
-// which room is left.
-template< class Put > inline void BatchWriter::putSized( Put && put )
+// A block has its length before it. That of most takes one byte, for which room is left.
+inline std::size_t BatchWriter::openBlock()
 {
    const std::size_t start = body_.size();
    body_.put( std::uint8_t{ 0 } );
-   put();
+   return start;
+}
+
+inline void BatchWriter::closeBlock( std::size_t start )
+{
    const std::size_t size = body_.size() - start - 1;
    if ( size < 0x80 ) [[likely]] {
       body_.patch8( start, static_cast< std::uint8_t >( size ) );
    } else {
-      putLong( start );
+      closeLong( start );
    }
 }
 
 // Makes room for a longer length.
-void BatchWriter::putLong( std::size_t start )
+void BatchWriter::closeLong( std::size_t start )
 {
+   const std::size_t size = body_.size() - start - 1;
    scratch_.clear();
-   scratch_.putBytes( body_.data() + start + 1, body_.size() - start - 1 );
-   body_.truncate( start );
-   body_.putVarint( scratch_.size() );
-   body_.putBytes( scratch_.data(), scratch_.size() );
+   scratch_.putVarint( size );
+   const std::size_t more = scratch_.size() - 1;
+   std::byte * const end = body_.room( more );
+   std::memmove( end - size + more, end - size, size );
+   std::memcpy( end - size - 1, scratch_.data(), scratch_.size() );
+   body_.wrote( end + more );
+}
+
+template< class Put > inline void BatchWriter::putSized( Put && put )
+{
+   const std::size_t start = openBlock();
+   put();
+   closeBlock( start );
+}
+
+std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+{
+   const std::size_t start = openBlock();
+   body_.put( mode );
+   children_ = {};
+   childBirth_ = 0;
+   return start;
+}
+
+void BatchWriter::endPayload( std::size_t start )
+{
+   closeBlock( start );
 }
 
 void BatchWriter::writeWhole()
@@ -119,15 +133,16 @@ void BatchWriter::writeQueue()
    }
 }
 
-// A text, with the length before it that all have that may be longer or shorter.
+// A text is a block as it is.
 inline void BatchWriter::putText( std::string_view text )
 {
-   if ( text.size() <= shortText ) [[likely]] {
-      Pen pen( body_, textRoom );
-      putShortText( pen, text );
+   if ( text.size() <= shortBlock ) [[likely]] {
+      Pen pen( body_, 1 + shortBlock );
+      pen.byte( static_cast< std::uint8_t >( text.size() ) );
+      pen.bytes( text );
    } else {
-      body_.putVarint( sizeof( std::uint32_t ) + text.size() );
-      body_.putString( text );
+      body_.putVarint( text.size() );
+      body_.putBytes( text.data(), text.size() );
    }
 }
 
@@ -167,25 +182,19 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
    putStored( written, written.storageIn( entity ) );
 }
 
-void BatchWriter::endPayload( std::size_t start )
-{
-   const std::size_t size = body_.size() - start - sizeof( std::uint32_t );
-   if ( size > std::numeric_limits< std::uint32_t >::max() ) [[unlikely]] {
-      tooLarge();
-   }
-   body_.patch32( start, static_cast< std::uint32_t >( size ) );
-}
-
 // All members, as a reader that has none needs them.
 [[gnu::always_inline]] inline void BatchWriter::putMembers(
       Node & node, const WrittenRow & written )
 {
    const AttributeRow & row = *written.row;
-   const std::size_t payload = beginPayload( Batch::wholeMode );
-   if ( !row.collection->entity ) {
-      row.collection->stream->write( written.storageIn( *node.entity ), body_ );
-   } else {
+   const bool keeping = reader_ && mayKeep( row );
+   const std::size_t payload = beginPayload( keeping ? Batch::keepMode : Batch::wholeMode );
+   if ( keeping ) {
+      writeMissedEntities( node, row );
+   } else if ( row.collection->entity ) {
       writeAllEntities( node, row );
+   } else {
+      row.collection->stream->write( written.storageIn( *node.entity ), body_ );
    }
    endPayload( payload );
 }
@@ -227,6 +236,7 @@ void BatchWriter::writeNode( Node & node )
 {
    const Entity & entity = *node.entity;
    const std::size_t start = body_.size();
+   const Batch::Successive before = introduced_;
    const bool outside = node.outside;
    const std::uint64_t index = typeIndexOf( node );
    const WrittenType & type = *types_[ index ].written;
@@ -243,36 +253,25 @@ void BatchWriter::writeNode( Node & node )
       body_.putVarint( 0 );
    } else {
       body_.truncate( start ); // all at their defaults: no record needed
+      introduced_ = before;
    }
 }
 
 void BatchWriter::writeAllEntities( Node & node, const AttributeRow & row )
 {
    const void * const storage = storageOf( *node.entity, row );
-   if ( !reader_ ) {
-      const StreamOps & ops = *row.collection->stream;
-      if ( row.kind == AttributeKind::references ) {
-         ops.eachEntity( storage, [ & ]( const Entity & target ) {
-            putOp( body_, MemberOp::put );
-            body_.putVarint( referenceNumber( target ) );
-         } );
-      } else {
-         ops.eachEntity( storage, [ & ]( const Entity & child ) {
-            putChild< true >( introduce( node, child ) );
-         } );
-      }
-      return;
+   if ( row.kind == AttributeKind::references ) {
+      row.collection->stream->eachEntity( storage, [ & ]( const Entity & target ) {
+         body_.putVarint( referenceNumber( target ) );
+      } );
+   } else if ( reader_ ) {
+      row.collection->stream->eachEntity(
+            storage, [ & ]( const Entity & child ) { writeMissedChild( child ); } );
+   } else {
+      row.collection->stream->eachEntity( storage, [ & ]( const Entity & child ) {
+         putChild( introduce( node, child ) );
+      } );
    }
-   row.collection->each( storage, [ & ]( const void * key, const void * value ) {
-      const bool keep = keeps( row, value );
-      putOp( body_, keep ? MemberOp::keep : MemberOp::put );
-      if ( keep ) {
-         row.key->encode( body_, key );
-      } else {
-         writeMember( node, row, key, value );
-      }
-      return true;
-   } );
 }
 
 void BatchWriter::writeChild( Node & parent, const Entity & child )
@@ -280,7 +279,7 @@ void BatchWriter::writeChild( Node & parent, const Entity & child )
    if ( reader_ ) {
       writeMissedChild( child );
    } else {
-      putChild< false >( introduce( parent, child ) );
+      putChild( introduce( parent, child ) );
    }
 }
 
@@ -311,24 +310,26 @@ void BatchWriter::writeChild( Node & parent, const Entity & child )
 
 void BatchWriter::writeChildHead( Node & node )
 {
-   putChild< false >( node );
+   putChild( node );
 }
 
-// What makes a child, behind its operation.
-template< bool withOp > [[gnu::always_inline]] inline void BatchWriter::putChild( Node & node )
+// What makes a child.
+[[gnu::always_inline]] inline void BatchWriter::putChild( Node & node )
 {
    const bool nameAlone = types_[ typeIndexOf( node ) ].written->nameAlone;
    const std::string_view name = node.entity->name();
-   const bool atOnce = nameAlone && name.size() <= shortText;
+   const bool atOnce = nameAlone && name.size() <= shortBlock;
+   const bool otherBirth = node.birth != childBirth_;
    {
-      Pen pen( body_, 1 + 2 * Pen::varintRoom + textRoom );
-      if constexpr ( withOp ) {
-         pen.byte( static_cast< std::uint8_t >( MemberOp::put ) );
+      Pen pen( body_, 2 * Pen::varintRoom + 1 + shortBlock );
+      pen.varint( children_.code( node.number ) * 2 + ( otherBirth ? 1 : 0 ) );
+      if ( otherBirth ) [[unlikely]] {
+         pen.varint( node.birth );
+         childBirth_ = node.birth;
       }
-      pen.varint( node.number );
-      pen.varint( node.birth );
       if ( atOnce ) [[likely]] {
-         putShortText( pen, name );
+         pen.byte( static_cast< std::uint8_t >( name.size() ) );
+         pen.bytes( name );
       }
    }
    if ( !atOnce ) {
@@ -336,11 +337,13 @@ template< bool withOp > [[gnu::always_inline]] inline void BatchWriter::putChild
    }
 }
 
+// The name stands last, and needs no length of its own.
 void BatchWriter::writeArguments( Node & node )
 {
    const Entity & entity = *node.entity;
    const WrittenType & type = *types_[ typeIndexOf( node ) ].written;
    putSized( [ & ] {
+      bool named = false;
       for ( const WrittenRow & argument : type.arguments ) {
          const AttributeRow & row = *argument.row;
          const void * const storage = argument.storageIn( entity );
@@ -348,12 +351,15 @@ void BatchWriter::writeArguments( Node & node )
             const Entity * const target = referred( entity, row );
             body_.putVarint( target ? referenceNumber( *target ) + 1 : 0 );
          } else if ( argument.isName ) {
-            body_.putString( entity.name() );
+            named = true;
          } else if ( argument.coding == WrittenRow::Coding::number ) {
             Pen( body_, Pen::numberRoom ).number( argument.numberAt( storage ), argument.logged );
          } else {
             row.value->encode( body_, storage );
          }
+      }
+      if ( named ) {
+         body_.putBytes( entity.name().data(), entity.name().size() );
       }
    } );
 }
@@ -367,7 +373,6 @@ std::uint64_t BatchWriter::referenceNumber( const Entity & target )
    }
    Node & node = nodeOf( target );
    if ( node.known == 0 && !belongs( target ) ) {
-      node.unlink(); // from where it was in the tree before
       node.outside = true;
       node.known = written_;
       node.birth = node.birth == 0 ? written_ : node.birth;

@@ -29,6 +29,7 @@ void BatchWriter::write( NboAttrLog::Out & out )
    const std::size_t start = out.size();
    ++written_;
    body_.clear();
+   introduced_ = {};
    queue_.clear();
    belonging_.clear();
    try {

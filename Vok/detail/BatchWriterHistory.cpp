@@ -140,6 +140,7 @@ bool BatchWriter::writeCatchUp( CatchUp & reader, NboAttrLog::Out & out )
 {
    const std::size_t start = out.size();
    body_.clear();
+   introduced_ = {};
    queue_.clear();
    reader_ = &reader;
    try {
@@ -236,6 +237,22 @@ void BatchWriter::writeMissedMembers(
    endPayload( payload );
 }
 
+// All children, of which the reader has some perhaps.
+void BatchWriter::writeMissedEntities( Node & node, const AttributeRow & row )
+{
+   const void * const storage = storageOf( *node.entity, row );
+   row.collection->each( storage, [ & ]( const void * key, const void * value ) {
+      const bool keep = readerHas( *find( *row.collection->pointee( value ) ) );
+      putOp( body_, keep ? MemberOp::keep : MemberOp::put );
+      if ( keep ) {
+         row.key->encode( body_, key );
+      } else {
+         writeMember( node, row, key, value );
+      }
+      return true;
+   } );
+}
+
 void BatchWriter::writeMissedChild( const Entity & child )
 {
    Node & node = *find( child );
@@ -261,11 +278,10 @@ void BatchWriter::introduceMissed( Node & node )
    queue_.push_back( &node );
 }
 
-// Whether a member of a collection that is written whole is a child that the reader has.
-bool BatchWriter::keeps( const AttributeRow & row, const void * value ) const
+// Whether the reader may have some of a collection's children.
+bool BatchWriter::mayKeep( const AttributeRow & row ) const noexcept
 {
-   return reader_ && row.kind != AttributeKind::references &&
-         readerHas( *find( *row.collection->pointee( value ) ) );
+   return reader_->since != 0 && row.kind == AttributeKind::children;
 }
 
 std::size_t BatchWriter::typesBefore( std::uint64_t since ) const noexcept

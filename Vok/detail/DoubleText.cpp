@@ -265,7 +265,7 @@ char * putFixed( char * to, const Digits & digits, int exponent ) noexcept
 
 char * putDouble( char * to, double number ) noexcept
 {
-   if ( !std::isfinite( number ) || std::fabs( number ) >= 0x1p64 ) {
+   if ( !std::isfinite( number ) ) {
       return std::to_chars( to, to + doubleRoom, number ).ptr;
    }
    if ( std::signbit( number ) ) {
@@ -288,7 +288,7 @@ char * putDouble( char * to, double number ) noexcept
       return putFixed( to, digits, exponent );
    }
    if ( number >= 0x1p53 ) { // all its digits, of which the shortest decimal lacks some
-      return std::to_chars( to, to + doubleRoom, static_cast< std::uint64_t >( number ) ).ptr;
+      return std::to_chars( to, to + doubleRoom, number, std::chars_format::fixed ).ptr;
    }
    std::memcpy( to, digits.begin(), part );
    return to + digits.count() + exponent;

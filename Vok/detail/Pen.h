@@ -63,10 +63,8 @@ class Pen {
       std::memcpy( at_, &ordered, sizeof ordered );
       at_ += width;
    }
-   /// A text of less than 2^32 bytes.
-   void text( std::string_view v ) noexcept
+   void bytes( std::string_view v ) noexcept
    {
-      number( v.size(), 4 );
       copyText( at_, v );
       at_ += v.size();
    }

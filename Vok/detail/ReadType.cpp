@@ -77,6 +77,7 @@ void readArguments( In & in, ReadType & type )
          if ( !same ) {
             incompatible( type.name, name, "the writer's constructor argument is another" );
          }
+         argument.isName = isNameText( own );
          type.refers = type.refers || argument.reference;
          type.arguments.push_back( argument );
       }
@@ -146,6 +147,7 @@ ReadRow readRow( In & in, const ReadType & type )
    if ( own && isStreamed( own->row() ) ) {
       row.own = &own->row();
       reconcile( type, row, typeName, keyTypeName, layout, keyLayout );
+      row.isText = isText( *row.own );
    }
    readInitial( in, row );
    return row;

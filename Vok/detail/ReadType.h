@@ -22,6 +22,7 @@ struct ReadRow {
    std::optional< OwnedValue >
          initial; ///< what a fresh entity of the writer holds; of known ones without members
    bool initialIsOwn = false; ///< a fresh entity of this side surely holds it
+   bool isText = false; ///< a known one, stored as a Corvo::String
    AttributeKind kind = AttributeKind::plain;
    std::uint32_t fixedSize = 0;
    std::uint32_t memberType = 0; ///< of children: the number of their type in the stream, plus 1
@@ -53,6 +54,7 @@ struct ReadRow {
 struct ReadArgument {
    const AttributeRow * own = nullptr;
    bool reference = false;
+   bool isName = false; ///< the name, as a text
 };
 
 /// One type of the stream. A type that this side lacks has no record, and neither have its

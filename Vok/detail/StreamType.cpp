@@ -52,11 +52,11 @@ bool isNumber( const ValueOps & ops )
    if ( !described || described->kind() == TypeKind::enumeration ) {
       return described != nullptr;
    }
-   const AttributeRow * only = nullptr;
+   const AttributeRow * only = nullptr; // where there is another, the value is larger
    for ( const AttributeData & field : described->attributes() ) {
       const AttributeRow & row = field.row();
       if ( row.kind != AttributeKind::constant ) {
-         if ( only || row.kind != AttributeKind::plain || row.mask != 0 || row.storage ) {
+         if ( row.kind != AttributeKind::plain || row.mask != 0 || row.storage ) {
             return false;
          }
          only = &row;
@@ -80,6 +80,17 @@ bool isStreamed( const AttributeRow & row ) noexcept
    default:
       return true;
    }
+}
+
+bool isNameText( const AttributeRow & argument ) noexcept
+{
+   return argument.identity && !argument.fromName;
+}
+
+bool isText( const AttributeRow & row ) noexcept
+{
+   return !row.collection && !row.reference && !row.storage &&
+         *row.value->type == typeid( Corvo::String );
 }
 
 bool holdsEntities( const AttributeRow & row ) noexcept
@@ -135,7 +146,7 @@ WrittenRow::WrittenRow(
         offset( attribute.offset ),
         index( static_cast< std::uint16_t >( inTable ) ),
         number( static_cast< std::uint16_t >( inRecords ) ),
-        isName( attribute.identity && !attribute.fromName )
+        isName( isNameText( attribute ) )
 {
    if ( row->collection || row->reference ) {
       return;
@@ -145,7 +156,7 @@ WrittenRow::WrittenRow(
       coding = Coding::number;
       stored = static_cast< std::uint8_t >( ops.size );
       logged = static_cast< std::uint8_t >( ops.fixedLogSize );
-   } else if ( *ops.type == typeid( Corvo::String ) ) {
+   } else if ( isText( *row ) ) {
       coding = Coding::text;
    }
    if ( row->kind == AttributeKind::plain || row->kind == AttributeKind::optional ) {

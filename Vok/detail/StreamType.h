@@ -24,6 +24,12 @@ bool isStreamed( const AttributeRow & row ) noexcept;
 /// Whether an attribute's members are entities.
 bool holdsEntities( const AttributeRow & row ) noexcept;
 
+/// Whether an argument is an entity's name as it is, and not a value that the name is the text of.
+bool isNameText( const AttributeRow & argument ) noexcept;
+
+/// Whether an attribute is a text, of which a record has the bytes and nothing else.
+bool isText( const AttributeRow & row ) noexcept;
+
 /// A number that tells apart types of different layout in a log: of a value type it follows from
 /// the names and types of its fields, of an enumeration from its name alone.
 std::uint64_t layoutOf( std::string_view typeName );

@@ -52,6 +52,7 @@ TEST( DoubleTextTest, showsTheFormsThatThereAre )
    EXPECT_EQ( textOf( 1234567.891 ), "1234567.891" );
    EXPECT_EQ( textOf( 0.30000000000000004 ), "0.30000000000000004" );
    EXPECT_EQ( textOf( 123456789012345680000.0 ), "123456789012345683968" );
+   EXPECT_EQ( textOf( 1e23 ), "1e+23" ); // as near to two numbers: the even one
    EXPECT_EQ( textOf( 5e-324 ), "5e-324" );
    EXPECT_EQ( textOf( 1.7976931348623157e308 ), "1.7976931348623157e+308" );
    EXPECT_EQ( textOf( std::numeric_limits< double >::infinity() ), "inf" );

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
 #include <memory>
 
 namespace {
@@ -214,7 +215,7 @@ TEST( StreamRefusalTest, theFrameSaysWhatIsWrong )
    Bytes version = whole;
    version[ 2 ] = std::byte{ 9 };
    EXPECT_EQ( replica.refusal( signedAgain( version ) ),
-         "a batch of version 9, 1 is what this side reads" );
+         "a batch of version 9, 2 is what this side reads" );
    Bytes flags = whole;
    flags[ 3 ] = std::byte{ 3 };
    EXPECT_EQ( replica.refusal( signedAgain( flags ) ),
@@ -222,6 +223,15 @@ TEST( StreamRefusalTest, theFrameSaysWhatIsWrong )
    Bytes damaged = whole;
    damaged.back() ^= std::byte{ 1 };
    EXPECT_EQ( replica.refusal( damaged ), "the checksum of a batch is wrong" );
+}
+
+Bytes bytesOf( std::initializer_list< int > numbers )
+{
+   Bytes bytes;
+   for ( const int number : numbers ) {
+      bytes.push_back( static_cast< std::byte >( number ) );
+   }
+   return bytes;
 }
 
 /// The whole collection of children that a reader gets of which more has gone than is there: a
@@ -242,7 +252,7 @@ TEST( StreamRefusalTest, onlyAWholeCollectionKeepsChildren )
    Vok::NboAttrLog::Out out;
    place.catchUp( out );
    const Bytes batch = TestSupport::bytesOf( out );
-   const Bytes kept = { std::byte{ 1 }, std::byte{ 2 }, std::byte{ 0 }, std::byte{ 0 },
+   const Bytes kept = { std::byte{ 2 }, std::byte{ 2 }, std::byte{ 0 }, std::byte{ 0 },
       std::byte{ 0 }, std::byte{ 1 }, std::byte{ 'T' } };
    const auto at = std::search( batch.begin(), batch.end(), kept.begin(), kept.end() );
    ASSERT_NE( at, batch.end() );
@@ -266,19 +276,21 @@ TEST( StreamRefusalTest, whatAFreshEntityIsToKeepIsPassedOver )
    tree->kidsIs( "A" );
    tree->kidsIs( "B" );
    Bytes batch = source.batch();
-   // A child as it is put: 1, its number, its birth, and its name as a block.
-   const auto putOf = [ &batch ]( char name ) {
-      const Bytes block = { std::byte{ 5 }, std::byte{ 0 }, std::byte{ 0 }, std::byte{ 0 },
-         std::byte{ 1 }, static_cast< std::byte >( name ) };
-      return std::search( batch.begin(), batch.end(), block.begin(), block.end() ) - 3;
+   // The root is 0, the tree 1, the root's only child 2, the kids are 3 and 4. Their list, of 8
+   // bytes: that it has all, the first one's number (13: 3, and a birth), birth and name, and the
+   // next one's number (0: the one after) and name.
+   const auto list = [ &batch ]( char first, char second ) {
+      const Bytes bytes = bytesOf( { 8, 1, 13, 1, 1, first, 0, 1, second } );
+      return std::search( batch.begin(), batch.end(), bytes.begin(), bytes.end() );
    };
-   const bool firstIsA = putOf( 'A' ) < putOf( 'B' );
-   const auto put = firstIsA ? putOf( 'A' ) : putOf( 'B' );
-   ASSERT_EQ( *put, std::byte{ 1 } );
-   // The same child kept: 2 and its name. The list has its length before its mode.
-   *put = std::byte{ 2 };
-   *( put - 2 ) = static_cast< std::byte >( std::to_integer< unsigned >( *( put - 2 ) ) - 3 );
-   batch.erase( put + 1, put + 4 );
+   const bool firstIsA = list( 'A', 'B' ) != batch.end();
+   const auto at = firstIsA ? list( 'A', 'B' ) : list( 'B', 'A' );
+   ASSERT_NE( at, batch.end() );
+   // The first one kept, the second one put: by operations, 2 and 1.
+   const char first = firstIsA ? 'A' : 'B';
+   const char second = firstIsA ? 'B' : 'A';
+   const Bytes kept = bytesOf( { 12, 2, 2, 0, 0, 0, 1, first, 1, 17, 1, 1, second } );
+   batch.insert( batch.erase( at, at + 9 ), kept.begin(), kept.end() );
 
    Replica replica;
    replica.read( signedAgain( std::move( batch ) ) );
@@ -292,16 +304,16 @@ TEST( StreamRefusalTest, bytesBehindAValueAreRefused )
    Source source;
    Replica replica;
    replica.read( source.batch() );
-   source.root->titleIs( "tt" );
+   source.root->maybePairIs( ::Test::Pair( 1, "tt", ::Test::Colour::green, ::Test::Level( 2 ), true,
+         Vok::Seconds( 1 ) ) );
    const Bytes batch = source.batch();
-   const auto byte = []( int number ) { return static_cast< std::byte >( number ); };
-   const Bytes value = { byte( 6 ), byte( 0 ), byte( 0 ), byte( 0 ), byte( 2 ), byte( 't' ),
-      byte( 't' ) };
+   const Bytes value = bytesOf( { 1, 0, 0, 0, 1, 0, 0, 0, 2, 't', 't' } );
    Bytes forged = batch;
    const auto at = std::search( forged.begin(), forged.end(), value.begin(), value.end() );
    ASSERT_NE( at, forged.end() );
-   *at = byte( 7 );
-   forged.insert( at + static_cast< std::ptrdiff_t >( value.size() ), byte( 't' ) );
+   const auto length = std::to_integer< int >( *( at - 1 ) );
+   *( at - 1 ) = static_cast< std::byte >( length + 1 );
+   forged.insert( at + length, std::byte{ 0 } );
    EXPECT_EQ( replica.refusal( signedAgain( std::move( forged ) ) ),
          "a value is longer than what it holds" );
    replica.read( batch );

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace AgentTest {
@@ -47,7 +48,7 @@ class Life {
       case 1:
          return loseConnection();
       case 2:
-         return w_.settle();
+         return settle();
       case 3:
       case 4:
       case 5:
@@ -56,6 +57,14 @@ class Life {
          return w_.step();
       default:
          return deliverSome();
+      }
+   }
+
+   void settle()
+   {
+      w_.settle();
+      if ( w_.agent && w_.agent->client.connected() && w_.operator_->client.connected() ) {
+         fresh_.clear();
       }
    }
 
@@ -140,9 +149,17 @@ class Life {
       }
    }
 
-   /// What the store has shown of numbers stays so, as long as a tracker is configured.
+   /// What the store has shown of numbers stays so, as long as a tracker is configured. Of one that
+   /// was made again the agent may still show the number that the one before had.
    void expectNumbers()
    {
+      for ( const auto & tracker : w_.s.config->flowTrackerConfig() ) {
+         if ( Corvo::Ptr< Ft::FlowTrackerConfig > & known = configured_[ tracker->name() ];
+               known != tracker ) {
+            known = tracker;
+            fresh_.emplace( tracker->name().view() );
+         }
+      }
       if ( !w_.agent || !w_.agent->agent.ids() || !w_.agent->agent.settled() ) {
          return;
       }
@@ -158,7 +175,8 @@ class Life {
       }
       seen_.clear();
       for ( const auto & [ name, number ] : now ) {
-         if ( const auto entity = w_.s.config->flowTrackerConfig( name ) ) {
+         const auto entity = w_.s.config->flowTrackerConfig( name );
+         if ( entity && !fresh_.contains( name ) ) {
             seen_[ name ] = { entity, number };
          }
       }
@@ -219,6 +237,8 @@ class Life {
    StoreWorld w_;
    DeriveTest::RandomSwitch changes_{ w_.s, random_ };
    std::map< std::string, Seen > seen_;
+   std::map< Corvo::String, Corvo::Ptr< Ft::FlowTrackerConfig > > configured_;
+   std::set< std::string > fresh_; ///< made since the agent surely knew the operator's trackers
 };
 
 TEST( RandomLifeTest, endsAsFromNothing )
