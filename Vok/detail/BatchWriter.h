@@ -119,6 +119,7 @@ class BatchWriter {
    std::uint64_t findTypeOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
+   std::size_t openPayload( std::uint8_t mode );
    std::size_t beginPayload( std::uint8_t mode );
    void endPayload( std::size_t start );
 

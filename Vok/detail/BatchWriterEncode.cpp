@@ -75,13 +75,19 @@ template< class Put > inline void BatchWriter::putSized( Put && put )
    closeBlock( start );
 }
 
-std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+// The payload of a collection is a block that begins with its mode.
+inline std::size_t BatchWriter::openPayload( std::uint8_t mode )
 {
-   const std::size_t start = openBlock();
-   body_.put( mode );
+   const std::size_t start = body_.size();
+   body_.put( static_cast< std::uint16_t >( mode ) ); // behind the length
    children_ = {};
    childBirth_ = 0;
    return start;
+}
+
+std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+{
+   return openPayload( mode );
 }
 
 void BatchWriter::endPayload( std::size_t start )
@@ -188,7 +194,7 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
 {
    const AttributeRow & row = *written.row;
    const bool keeping = reader_ && mayKeep( row );
-   const std::size_t payload = beginPayload( keeping ? Batch::keepMode : Batch::wholeMode );
+   const std::size_t payload = openPayload( keeping ? Batch::keepMode : Batch::wholeMode );
    if ( keeping ) {
       writeMissedEntities( node, row );
    } else if ( row.collection->entity ) {
@@ -196,7 +202,7 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
    } else {
       row.collection->stream->write( written.storageIn( *node.entity ), body_ );
    }
-   endPayload( payload );
+   closeBlock( payload );
 }
 
 void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
