@@ -1,6 +1,8 @@
 // Each situation is a function of a stage on which the table is already made.
 #include "bench/store/Situations.h"
 
+#include "bench/Check.h"
+
 #include <time.h>
 #include <unistd.h>
 
@@ -127,8 +129,9 @@ Figures resync( Stage & stage )
    const std::uint64_t begin = nanoseconds();
    stage.slots().ask() = Ask::follow;
    const double took = seconds( stage.awaitMark() - begin );
-   return { { "seconds", took },
-      { "bytes", static_cast< double >( stage.reader( 0 ).bytesRead() - bytes ) } };
+   const std::uint64_t read = stage.reader( 0 ).bytesRead() - bytes;
+   require( read != 0, "what a reader gets that comes back" );
+   return { { "seconds", took }, { "bytes", static_cast< double >( read ) } };
 }
 
 // All readers come at once and take the whole table; and what it takes then.
