@@ -220,7 +220,7 @@ void WrittenType::Part::add( std::size_t place )
          row.initial ? static_cast< const std::byte * >( row.initial->data() ) : nullptr;
    for ( std::size_t i = 0; i != size; ++i ) {
       const std::size_t at = row.offset + i;
-      const auto offset = static_cast< std::uint32_t >( at - at % sizeof( std::uint64_t ) );
+      const auto offset = static_cast< std::uint32_t >( at - at % sizeof( std::uintptr_t ) );
       const auto word = std::find_if( words.begin(), words.end(),
             [ offset ]( const Word & other ) { return other.offset == offset; } );
       Word & covers = word != words.end() ? *word : words.emplace_back( Word{ .offset = offset } );

@@ -127,15 +127,15 @@ class WrittenType {
          FunctionRef< std::uint64_t( const TypeData & ) > typeIndex ) const;
 
  private:
-   /// Eight bytes of an entity, at once: those of the attributes `rows` have a one in `mask`, and
-   /// are `bytes` where these attributes are at their defaults.
+   /// As many bytes of an entity as a pointer has, at once: those of the attributes `rows` have a
+   /// one in `mask`, and are `bytes` where these attributes are at their defaults.
    struct Word {
       std::uint32_t offset = 0;
       std::uint64_t rows = 0;
-      std::uint64_t mask = 0;
-      std::uint64_t bytes = 0;
+      std::uintptr_t mask = 0;
+      std::uintptr_t bytes = 0;
    };
-   static_assert( alignof( Entity ) % sizeof( std::uint64_t ) == 0, "words end within an entity" );
+   static_assert( alignof( Entity ) % sizeof( std::uintptr_t ) == 0, "words end within an entity" );
 
    /// Up to 64 attributes; each has a bit.
    struct Part {
@@ -147,7 +147,7 @@ class WrittenType {
       {
          std::uint64_t found = always;
          for ( const Word & word : words ) {
-            std::uint64_t now;
+            std::uintptr_t now;
             std::memcpy( &now, reinterpret_cast< const std::byte * >( &entity ) + word.offset,
                   sizeof now );
             found |= ( ( now ^ word.bytes ) & word.mask ) != 0 ? word.rows : 0;
