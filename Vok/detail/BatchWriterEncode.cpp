@@ -24,11 +24,8 @@ bool isInitial( const WrittenRow & written, const void * storage )
    if ( row.collection ) {
       return neverFilled( storage ) || row.collection->size( storage ) == 0;
    }
-   if ( !written.initial ) {
-      return false;
-   }
    if ( !row.storage ) {
-      return row.value->equal( storage, written.initial->data() );
+      return written.initial && row.value->equal( storage, written.initial->data() );
    }
    OwnedValue value( *row.value );
    row.storage->load( storage, value.data() );
