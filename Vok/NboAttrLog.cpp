@@ -71,12 +71,7 @@ void Out::putString( std::string_view text )
 
 void Out::putLongVarint( std::uint64_t v )
 {
-   constexpr std::size_t most = 10;
-   reserve( most );
-   for ( ; v >= 0x80; v >>= 7 ) {
-      *at_++ = static_cast< std::byte >( v | 0x80 );
-   }
-   *at_++ = static_cast< std::byte >( v );
+   Vok::Detail::Pen( *this, Vok::Detail::Pen::varintRoom ).varint( v );
 }
 
 bool In::getBool()

@@ -119,7 +119,6 @@ class BatchWriter {
    std::uint64_t findTypeOf( Node & node );
    void describeTypes( NboAttrLog::Out & out, std::size_t described );
    void finish( NboAttrLog::Out & out, std::size_t start, std::uint8_t flags );
-   std::size_t openPayload( std::uint8_t mode );
    std::size_t beginPayload( std::uint8_t mode );
    void endPayload( std::size_t start );
 
@@ -174,6 +173,39 @@ class BatchWriter {
    std::vector< Node * > queue_; // nodes to be written whole
    HSet< const Entity * > belonging_; // entities that are known to belong, while a batch is written
 };
+
+// A block has its length before it. That of most takes one byte, for which room is left.
+inline std::size_t BatchWriter::openBlock()
+{
+   const std::size_t start = body_.size();
+   body_.put( std::uint8_t{ 0 } );
+   return start;
+}
+
+inline void BatchWriter::closeBlock( std::size_t start )
+{
+   const std::size_t size = body_.size() - start - 1;
+   if ( size < 0x80 ) [[likely]] {
+      body_.patch8( start, static_cast< std::uint8_t >( size ) );
+   } else {
+      closeLong( start );
+   }
+}
+
+// The payload of a collection is a block that begins with its mode.
+inline std::size_t BatchWriter::beginPayload( std::uint8_t mode )
+{
+   const std::size_t start = body_.size();
+   body_.put( static_cast< std::uint16_t >( mode ) ); // behind the length
+   children_ = {};
+   childBirth_ = 0;
+   return start;
+}
+
+inline void BatchWriter::endPayload( std::size_t start )
+{
+   closeBlock( start );
+}
 
 inline void BatchWriter::putHead(
       std::uint64_t number, Batch::RecordKind kind, std::uint64_t type )

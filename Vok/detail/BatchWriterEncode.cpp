@@ -34,24 +34,6 @@ bool isInitial( const WrittenRow & written, const void * storage )
 
 } // namespace
 
-// A block has its length before it. That of most takes one byte, for which room is left.
-inline std::size_t BatchWriter::openBlock()
-{
-   const std::size_t start = body_.size();
-   body_.put( std::uint8_t{ 0 } );
-   return start;
-}
-
-inline void BatchWriter::closeBlock( std::size_t start )
-{
-   const std::size_t size = body_.size() - start - 1;
-   if ( size < 0x80 ) [[likely]] {
-      body_.patch8( start, static_cast< std::uint8_t >( size ) );
-   } else {
-      closeLong( start );
-   }
-}
-
 // Makes room for a longer length.
 void BatchWriter::closeLong( std::size_t start )
 {
@@ -69,26 +51,6 @@ template< class Put > inline void BatchWriter::putSized( Put && put )
 {
    const std::size_t start = openBlock();
    put();
-   closeBlock( start );
-}
-
-// The payload of a collection is a block that begins with its mode.
-inline std::size_t BatchWriter::openPayload( std::uint8_t mode )
-{
-   const std::size_t start = body_.size();
-   body_.put( static_cast< std::uint16_t >( mode ) ); // behind the length
-   children_ = {};
-   childBirth_ = 0;
-   return start;
-}
-
-std::size_t BatchWriter::beginPayload( std::uint8_t mode )
-{
-   return openPayload( mode );
-}
-
-void BatchWriter::endPayload( std::size_t start )
-{
    closeBlock( start );
 }
 
@@ -191,7 +153,7 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
 {
    const AttributeRow & row = *written.row;
    const bool keeping = reader_ && mayKeep( row );
-   const std::size_t payload = openPayload( keeping ? Batch::keepMode : Batch::wholeMode );
+   const std::size_t payload = beginPayload( keeping ? Batch::keepMode : Batch::wholeMode );
    if ( keeping ) {
       writeMissedEntities( node, row );
    } else if ( row.collection->entity ) {
@@ -199,7 +161,7 @@ void BatchWriter::writeValue( const Entity & entity, const WrittenRow & written 
    } else {
       row.collection->stream->write( written.storageIn( *node.entity ), body_ );
    }
-   closeBlock( payload );
+   endPayload( payload );
 }
 
 void BatchWriter::writeMembers( Node & node, const WrittenRow & written )
