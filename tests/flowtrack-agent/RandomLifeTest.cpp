@@ -3,6 +3,7 @@
 // nothing gives.
 #include "StoreWorld.h"
 
+#include "Vok/detail/Hash.h"
 #include "tests/support/DescribeTree.h"
 #include "tools/derive/History.h"
 #include "tools/derive/StatusReport.h"
@@ -245,6 +246,8 @@ TEST( RandomLifeTest, endsAsFromNothing )
 {
    for ( std::uint64_t seed = 1; seed <= 1000 && !HasFailure(); ++seed ) {
       SCOPED_TRACE( "seed " + std::to_string( seed ) );
+      // The order in which keys are written follows from it, and so the bytes that arrive together.
+      Vok::Detail::pinHashSeed( { seed, seed << 32 | 1 } );
       Life( seed ).run();
    }
 }
