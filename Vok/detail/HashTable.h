@@ -29,7 +29,7 @@ inline std::uint64_t tableSteps = 0;
 
 namespace Vok::Detail {
 
-// Node is as MapNodes.h describes it; Marks is SseMarks or PortableMarks.
+// Node is as MapNodes.h describes it; Marks is a form that Marks.h has.
 template< class Node, class Marks = DefaultMarks > class HashTable {
  public:
    using Key = typename Node::Key;

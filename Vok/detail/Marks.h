@@ -1,7 +1,8 @@
 // What a hash table knows of thirteen slots: sixteen bytes, compared at once.
 //
-// Two forms of the same thing: one SSE2 register, and a pair of ordinary words for every other
-// machine. The table takes either as a template argument; the tests run both.
+// Three forms of the same thing: a register of SSE2, one of NEON, and a pair of ordinary words for
+// every other machine. The table takes any as a template argument; the tests run the machine's own
+// and the ordinary words.
 #pragma once
 
 #include <array>
@@ -10,8 +11,11 @@
 #include <cstdint>
 #include <cstring>
 
-#ifdef __SSE2__
+#if defined( __SSE2__ )
 #include <emmintrin.h>
+#elif defined( __aarch64__ ) && defined( __ARM_NEON ) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+#include <arm_neon.h>
+#define VOK_NEON
 #endif
 
 namespace Vok::Detail {
@@ -147,7 +151,21 @@ class PortableMarks {
    std::uint64_t high_;
 };
 
-#ifdef __SSE2__
+// Sixteen bytes from somewhere in here on have ones in one of them.
+inline constexpr std::uint8_t onesInOneByte[ 31 ] = { 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+   0xff };
+
+// Those that have ones in the byte of a slot.
+constexpr const std::uint8_t * onesInByte( std::size_t slot ) noexcept
+{
+   return onesInOneByte + sizeof( MarkGroup ) - 1 - slot;
+}
+
+// SSE2 and NEON write a whole group, of which one mark is another: its address is known before the
+// slot is, so that reads of other groups need not wait for it; and who reads this one next gets it
+// from where it waits to be stored.
+
+#if defined( __SSE2__ )
 
 // The mark of a hash, by its highest byte, four times: a table spares a branch and a product.
 inline constexpr auto fourMarks = [] {
@@ -171,13 +189,11 @@ class SseMarks {
    }
    SlotSet empty() const noexcept { return equal( _mm_setzero_si128() ); }
 
-   // Writes the whole group: its address is known before the slot is, so that reads of other groups
-   // need not wait for it; and who reads this one next gets it from where it waits to be stored.
    static void set( MarkGroup & group, std::size_t slot, std::uint8_t mark ) noexcept
    {
       auto * const at = reinterpret_cast< __m128i * >( group.bytes() );
-      const __m128i one = _mm_loadu_si128(
-            reinterpret_cast< const __m128i * >( oneByte + sizeof group - 1 - slot ) );
+      const __m128i one =
+            _mm_loadu_si128( reinterpret_cast< const __m128i * >( onesInByte( slot ) ) );
       const __m128i marks = _mm_set1_epi8( static_cast< char >( mark ) );
       _mm_store_si128( at,
             _mm_or_si128( _mm_andnot_si128( one, _mm_load_si128( at ) ),
@@ -185,10 +201,6 @@ class SseMarks {
    }
 
  private:
-   // Sixteen bytes from somewhere in here on have ones in one of them.
-   static constexpr std::uint8_t oneByte[ 31 ] = { 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-      0xff };
-
    SlotSet equal( __m128i other ) const noexcept
    {
       return SlotSet(
@@ -199,6 +211,46 @@ class SseMarks {
 };
 
 using DefaultMarks = SseMarks;
+
+#elif defined( VOK_NEON )
+
+class NeonMarks {
+ public:
+   explicit NeonMarks( const MarkGroup & group ) noexcept : marks_( vld1q_u8( group.bytes() ) ) {}
+
+   SlotSet like( std::uint64_t hash ) const noexcept
+   {
+      return those( vceqq_u8( marks_, vdupq_n_u8( MarkGroup::markOf( hash ) ) ) );
+   }
+   SlotSet empty() const noexcept { return those( vceqzq_u8( marks_ ) ); }
+
+   static void set( MarkGroup & group, std::size_t slot, std::uint8_t mark ) noexcept
+   {
+      const uint8x16_t marks = vld1q_u8( group.bytes() );
+      const uint8x16_t one = vld1q_u8( onesInByte( slot ) );
+      vst1q_u8( group.bytes(), vbslq_u8( one, vdupq_n_u8( mark ), marks ) );
+   }
+
+ private:
+   // Each byte's own bit among eight.
+   static constexpr std::uint8_t ownBits[ 16 ] = { 1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32,
+      64, 128 };
+
+   // A bit for each byte that has ones, which NEON has no instruction for: of each byte its own bit
+   // is left, and eight neighbours are added up, two and two.
+   static SlotSet those( uint8x16_t ones ) noexcept
+   {
+      uint8x16_t bits = vandq_u8( ones, vld1q_u8( ownBits ) );
+      bits = vpaddq_u8( bits, bits );
+      bits = vpaddq_u8( bits, bits );
+      bits = vpaddq_u8( bits, bits );
+      return SlotSet( vgetq_lane_u16( vreinterpretq_u16_u8( bits ), 0 ) );
+   }
+
+   uint8x16_t marks_;
+};
+
+using DefaultMarks = NeonMarks;
 
 #else
 

@@ -337,11 +337,7 @@ template< class Marks > class MarksSuite : public testing::Test {
    }
 };
 
-#ifdef __SSE2__
-using MarksTypes = testing::Types< PortableMarks, SseMarks >;
-#else
-using MarksTypes = testing::Types< PortableMarks >;
-#endif
+using MarksTypes = testing::Types< PortableMarks, DefaultMarks >;
 TYPED_TEST_SUITE( MarksSuite, MarksTypes );
 
 TYPED_TEST( MarksSuite, ComparesThirteenMarks )
